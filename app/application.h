@@ -1,0 +1,44 @@
+// The reference host put together: database, services, desk, module.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/firebird/database.h"
+#include "app/person.h"
+#include "host/host.h"
+#include "host/kit/desk.h"
+#include "host/module.h"
+
+namespace app {
+
+/// The program's clock: the computer's, until it is set; a set clock stands still.
+class ProgramClock : public host::Clock {
+ public:
+  host::DateTime Now() const override;
+  void Set(host::DateTime moment) { set_ = moment; }
+  void Reset() { set_.reset(); }
+
+ private:
+  std::optional<host::DateTime> set_;
+};
+
+struct ApplicationOptions {
+  firebird::ConnectOptions connect;
+  std::string user = "ADMIN";  // who works; must exist in the database
+};
+
+class Application : public host::Host {
+ public:
+  /// Opens the database (bringing its structure up to date) and stands ready. `module` and `person` outlive it.
+  /// Throws host::DatabaseError or host::InputError in one sentence.
+  static std::unique_ptr<Application> Start(const ApplicationOptions& options, const host::Module& module,
+                                            Person& person);
+
+  virtual host::Desk& GetDesk() = 0;
+  virtual firebird::Database& GetDatabase() = 0;
+  virtual ProgramClock& GetProgramClock() = 0;
+};
+
+}  // namespace app

@@ -1,0 +1,19 @@
+// Files that travel inside the program: migrations, demonstration data, scripts.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace app {
+
+struct EmbeddedFile {
+  std::string_view name;  // without folder: "0001_orders.sql"
+  std::string_view text;
+};
+
+/// Files of schema/*.sql, ordered by name.
+std::span<const EmbeddedFile> SchemaFiles();
+/// Files of demo/*.csv and demo/*.js, ordered by name.
+std::span<const EmbeddedFile> DemoFiles();
+
+}  // namespace app

@@ -1,0 +1,14 @@
+# Flags that all of our own targets share.
+add_library(tecelagem_options INTERFACE)
+target_include_directories(tecelagem_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(tecelagem_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+  # Line numbers are enough for the stack traces of tests and sanitizers, and build much faster.
+  target_compile_options(tecelagem_options INTERFACE -g1)
+endif()
+if(TECELAGEM_SANITIZE)
+  target_compile_options(tecelagem_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  target_link_options(tecelagem_options INTERFACE -fsanitize=address,undefined)
+endif()

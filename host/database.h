@@ -1,0 +1,87 @@
+// The database as the module sees it: statements, and one transaction that is always open.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "host/value.h"
+
+namespace host {
+
+/// The text of a statement, put together line by line.
+class SqlText {
+ public:
+  void Clear() { text_.clear(); }
+  /// Adds one line; lines are joined by a line break.
+  void Add(std::string_view line) {
+    if (!text_.empty()) text_ += '\n';
+    text_ += line;
+  }
+  const std::string& Text() const { return text_; }
+
+ private:
+  std::string text_;
+};
+
+/// One statement and its result. Created per operation by Database::NewQuery and freed by its owner, at once after
+/// use. Rows are read whole by Open, so that no cursor stays open on the server.
+class TTIQuery {
+ public:
+  virtual ~TTIQuery() = default;
+
+  SqlText SQL;
+
+  /// Runs a SELECT and stands on its first row. Throws DatabaseError; the query then has no rows.
+  virtual void Open() = 0;
+  /// Runs a statement without result. Throws DatabaseError; earlier work of the action stays pending.
+  virtual void ExecSQL() = 0;
+
+  /// Sets the named parameter (":NAME" in the text) of batch element `element`, counted from 0.
+  virtual void SetParam(std::size_t element, std::string_view name, const Value& value) = 0;
+  /// Runs the statement once for each of the first `count` elements, in order. Throws DatabaseError at the first
+  /// that fails; the elements before it stay done.
+  virtual void ExecBatch(std::size_t count) = 0;
+
+  virtual bool Eof() const = 0;
+  virtual void Next() = 0;
+  virtual void First() = 0;
+  bool IsEmpty() const { return RecordCount() == 0; }
+  virtual std::size_t RecordCount() const = 0;
+  virtual std::size_t FieldCount() const = 0;
+  /// The column's name as the engine returns it (capitals unless quoted).
+  virtual std::string FieldName(std::size_t index) const = 0;
+  virtual bool HasField(std::string_view name) const = 0;
+  /// The value of a column in the current row, by name without regard to case; null past the last row. Text of
+  /// fixed width comes without its trailing blanks. Throws std::out_of_range for a column that the result lacks.
+  virtual const Value& FieldByName(std::string_view name) const = 0;
+};
+
+/// The one connection, with the host's single transaction on it. The transaction is open always as far as the module
+/// can tell; the host makes what one action of a person did durable in one piece, at the action's end or just before
+/// the program waits for the person.
+class Database {
+ public:
+  virtual ~Database() = default;
+
+  virtual std::unique_ptr<TTIQuery> NewQuery() = 0;
+
+  /// Asks for the work done so far to be made durable, keeping the transaction open. Requests inside one action are
+  /// merged: they become durable together.
+  virtual void CommitRetaining() = 0;
+
+  /// Marks a point that RollbackTo returns to. A second mark of the same name replaces the first.
+  virtual void SetSavepoint(std::string_view name) = 0;
+  /// Undoes what was done since the mark, durability requests of that stretch included; the mark stays. Where the
+  /// work before the mark and some after it have become durable meanwhile (the program waited for a person), undoes
+  /// what was done since then.
+  virtual void RollbackTo(std::string_view name) = 0;
+
+  /// Holds the row of `table` (logical name) whose `key` column equals `value` for this station until the work of
+  /// the action is made durable or undone, so that two stations take turns. Waits for the other one; throws
+  /// DatabaseError when it does not finish in time. Nothing happens where there is no such row.
+  virtual void LockRow(std::string_view table, std::string_view key, std::string_view value) = 0;
+};
+
+}  // namespace host

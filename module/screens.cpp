@@ -1,0 +1,31 @@
+#include "module/screens.h"
+
+#include <iterator>
+
+#include "composition/cad_composi.h"
+#include "orders/cad_lote_tec.h"
+#include "writeoff/mov_bai_tec.h"
+#include "yarn/mov_bai_fio.h"
+
+namespace tecelagem {
+namespace {
+
+template <typename T>
+std::unique_ptr<host::Screen> Create(host::Host& host) {
+  return std::make_unique<T>(host);
+}
+
+constexpr host::ScreenClass kScreens[] = {
+    {"TfmCadLoteTec", "Ordens", "Ordens de Tecelagem", &Create<orders::TfmCadLoteTec>},
+    {"TfmMovBaiTec", "Baixas", "Baixa de Ordem de Tecelagem", &Create<writeoff::TfmMovBaiTec>},
+    {"TFmMovBaiFio", "", "Selecione os consumos", &Create<yarn::TFmMovBaiFio>},
+    {"TFmCadComposi", "Composições", "Cadastro de Composição", &Create<composition::TFmCadComposi>},
+};
+
+constexpr host::Module kModule = {host::kContractVersion, kScreens, std::size(kScreens)};
+
+}  // namespace
+
+const host::Module& ScreenList() { return kModule; }
+
+}  // namespace tecelagem
