@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Builds everything and runs what a contributor must pass. Usage: ./test.sh [--asan] [--no-lint] [--soak]
+#   --asan     builds and runs the suite with the address and undefined-behaviour sanitizers instead
+#   --no-lint  leaves out clang-format and clang-tidy
+#   --soak     adds the slow tests
+set -euo pipefail
+cd "$(dirname "$0")"
+. scripts/packages.sh
+
+preset=dev lint=yes
+for argument in "$@"; do
+  case "$argument" in
+    --asan) preset=asan ;;
+    --no-lint) lint=no ;;
+    --soak) export TECELAGEM_SOAK=1 ;;
+    *) echo "usage: ./test.sh [--asan] [--no-lint] [--soak]" >&2; exit 2 ;;
+  esac
+done
+
+ensure_packages run test
+[ "$lint" = yes ] && scripts/lint.sh format
+cmake --preset "$preset" >/dev/null
+cmake --build --preset "$preset"
+ctest --preset "$preset" -j "$(nproc)"
+if [ "$lint" = yes ]; then scripts/lint.sh tidy "build/$preset"; fi
