@@ -2,6 +2,8 @@
 // drives them through the Desk and never needs to know the screen's class.
 #pragma once
 
+#include <cstddef>
+#include <deque>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -217,11 +219,11 @@ class PopupMenu : public Component {
   MenuItem& Add(std::string name, std::string caption, Handler on_click);
   /// The entry with that caption ("&" ignored) or name; null when there is none.
   MenuItem* Find(std::string_view caption_or_name);
-  const std::vector<MenuItem>& Items() const { return items_; }
+  const std::deque<MenuItem>& Items() const { return items_; }
   Handler OnPopup;  // sets what is visible; throws Abort when the menu must not open
 
  private:
-  std::vector<MenuItem> items_;
+  std::deque<MenuItem> items_;  // entries stay where they are when another is added
 };
 
 }  // namespace host

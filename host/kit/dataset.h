@@ -46,6 +46,8 @@ class Field {
   bool IsNull() const { return Get().IsNull(); }
   /// The value as a grid shows it: number in its format with a decimal comma, date "DD/MM/YYYY".
   std::string DisplayText() const;
+  /// The same for a value of another row of this column.
+  std::string DisplayText(const Value& value) const;
 
   /// Puts a value in the current row, converted to the field's type (text is cut to the width, text that is no number
   /// becomes null). The dataset must be in edit or insert state (std::logic_error otherwise). Fires OnValidate and
@@ -76,9 +78,10 @@ class DatasetCursor {
 
  private:
   const Dataset& dataset_;
-  std::vector<std::size_t> order_;  // identities of the rows seen at First
-  std::size_t position_ = 0;
-  void Refresh();
+  mutable std::vector<std::size_t> order_;  // identities of the rows seen so far
+  mutable std::size_t newest_ = 0;          // the highest of them
+  mutable std::size_t position_ = 0;
+  void Refresh() const;
 };
 
 class Dataset : public Component {
@@ -114,7 +117,7 @@ class Dataset : public Component {
   bool IsEmpty() const { return visible_.empty() && state_ != DatasetState::kInsert; }
   /// Rows that the filter lets through (a row being inserted not counted).
   std::size_t RecordCount() const { return visible_.size(); }
-  /// 1-based position of the current row among the visible ones, 0 without one.
+  /// 1-based position of the current row among the visible ones, 0 without one. A row being inserted comes after them.
   std::size_t RecNo() const;
   /// Moves to a visible row by its 1-based position; nothing happens out of range.
   void GoTo(std::size_t rec_no);
@@ -123,8 +126,13 @@ class Dataset : public Component {
   bool Locate(std::string_view fields, const std::vector<Value>& values);
   /// Identity of the current row, stable while the row lives; 0 without one.
   std::size_t CurrentId() const;
-  /// A value of a visible row by 1-based position, for whoever shows the rows.
+  /// A value of a visible row by 1-based position, for whoever shows the rows: as being edited in the current row, and
+  /// a row being inserted is the one after the last. Throws std::out_of_range past these.
   const Value& ValueAt(std::size_t rec_no, std::size_t field) const;
+  /// Identity of a visible row by 1-based position; 0 out of range.
+  std::size_t IdAt(std::size_t rec_no) const;
+  /// Moves to a visible row by its identity; false, and nothing happens, when it is not visible.
+  bool GoToId(std::size_t id);
 
   // --- editing -----------------------------------------------------------------------------------------------
   DatasetState State() const { return state_; }
@@ -139,6 +147,8 @@ class Dataset : public Component {
   void Post();
   /// Gives up the row's changes; an inserted row is gone.
   void Cancel();
+  /// Puts a value into the row in edit without firing anything, for a refused input that must vanish again.
+  void PutBack(std::size_t field, const Value& value);
   /// Fires BeforeDelete (which may throw Abort) and removes the current row.
   void Delete();
   /// Removes all rows, without BeforeDelete; the structure, filter and index stay.
@@ -172,12 +182,23 @@ class Dataset : public Component {
   Value& EditedValue(std::size_t field);
   bool Passes(const Row& row) const;
   bool Before(const Row& left, const Row& right) const;
-  void Rebuild(std::size_t keep_id, std::size_t fallback_position);
-  void MoveTo(std::size_t position, bool fire);
-  const Row* RowById(std::size_t id) const;
+  /// Place in visible_ that the row of this index has, or would have, by the order.
+  std::size_t PlaceOf(std::size_t row_index) const;
+  void StoreEdited();
+  std::vector<std::size_t> FieldIndexes(std::string_view names) const;
+  int FieldIndex(std::string_view name) const;
+  void RequireActive() const;
+  /// Posts a row in edit; false when it is in edit still, which only happens inside BeforePost.
+  bool LeaveRow();
+  void Rebuild(std::size_t keep_id);
+  /// Stands on a row of the view and tells an arrival on another row than the one stood on last.
+  void Arrive(std::size_t position);
+  void TellArrival();
+  /// Index into rows_, or rows_.size().
+  std::size_t RowIndex(std::size_t id) const;
 
   std::vector<std::unique_ptr<Field>> fields_;
-  std::vector<Row> rows_;             // in the order of arrival
+  std::vector<Row> rows_;             // in the order of arrival, which is that of their identities
   std::vector<std::size_t> visible_;  // indexes into rows_, filtered and ordered
   std::vector<std::size_t> index_fields_;
   std::string index_text_;
@@ -190,6 +211,9 @@ class Dataset : public Component {
   bool bof_ = true;
   std::size_t next_id_ = 1;
   std::vector<Value> edited_;  // the row buffer in edit and insert state
+  std::size_t edited_id_ = 0;  // identity of the row in edit or insert state
+  std::size_t told_id_ = 0;    // the row that AfterScroll was fired for last
+  bool posting_ = false;
 };
 
 }  // namespace host

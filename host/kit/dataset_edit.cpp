@@ -1,0 +1,229 @@
+// Editing, loading and the second cursor of an in-memory dataset.
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include "host/kit/dataset.h"
+
+namespace host {
+namespace {
+
+const Value kNothing;
+
+void Fire(const std::function<void()>& hook) {
+  const auto running = hook;
+  if (running) running();
+}
+
+// The type that holds every value of a column.
+FieldType TypeOf(const std::vector<Value>& column) {
+  bool integer = false;
+  bool number = false;
+  bool date = false;
+  for (const Value& value : column) {
+    if (value.IsText()) return FieldType::kText;
+    integer = integer || value.IsInteger();
+    number = number || (value.IsNumber() && !value.IsInteger());
+    date = date || value.IsDate();
+  }
+  if (date) return integer || number ? FieldType::kText : FieldType::kDate;
+  if (number) return FieldType::kFloat;
+  return integer ? FieldType::kInteger : FieldType::kText;
+}
+
+Value Fitting(const Value& value, FieldType type) {
+  if (type == FieldType::kFloat && value.IsInteger()) return value.AsFloat();
+  if (type == FieldType::kText && !value.IsNull()) return value.AsText();
+  return value;
+}
+
+class Flag {
+ public:
+  explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Flag() { flag_ = false; }
+  Flag(const Flag&) = delete;
+  Flag& operator=(const Flag&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
+void Dataset::LoadFrom(TTIQuery& query) {
+  std::vector<std::string> names;
+  for (std::size_t at = 0; at < query.FieldCount(); ++at) names.push_back(query.FieldName(at));
+  std::vector<std::vector<Value>> columns(names.size());
+  for (query.First(); !query.Eof(); query.Next()) {
+    for (std::size_t at = 0; at < names.size(); ++at) columns[at].push_back(query.FieldByName(names[at]));
+  }
+  std::vector<FieldDef> defs;
+  for (std::size_t at = 0; at < names.size(); ++at) defs.push_back({names[at], TypeOf(columns[at])});
+  CreateFields(defs);
+  const std::size_t count = columns.empty() ? 0 : columns.front().size();
+  for (std::size_t row = 0; row < count; ++row) {
+    Row loaded{next_id_++, {}};
+    for (std::size_t at = 0; at < names.size(); ++at) {
+      loaded.values.push_back(Fitting(columns[at][row], defs[at].type));
+    }
+    rows_.push_back(std::move(loaded));
+  }
+  Rebuild(0);
+  bof_ = true;
+  told_id_ = CurrentId();
+  NotifyView();
+  Fire(AfterScroll);
+}
+
+void Dataset::Append() {
+  RequireActive();
+  if (!LeaveRow()) throw std::logic_error(Name() + " is being posted");
+  state_ = DatasetState::kInsert;
+  edited_.assign(fields_.size(), Value());
+  edited_id_ = next_id_++;
+  bof_ = eof_ = false;
+  Fire(AfterInsert);
+  TellArrival();
+}
+
+void Dataset::Edit() {
+  RequireActive();
+  if (InEdit()) return;
+  if (visible_.empty()) {
+    Append();
+    return;
+  }
+  const Row& row = rows_[visible_[position_]];
+  state_ = DatasetState::kEdit;
+  edited_ = row.values;
+  edited_id_ = row.id;
+  NotifyView();
+}
+
+void Dataset::PutBack(std::size_t field, const Value& value) {
+  EditedValue(field) = value;
+  NotifyView();
+}
+
+void Dataset::Post() {
+  if (!InEdit() || posting_) return;
+  {
+    const Flag posting(posting_);
+    Fire(BeforePost);
+    if (!InEdit()) return;
+    StoreEdited();
+  }
+  NotifyView();
+  Fire(AfterPost);
+  if (!InEdit()) TellArrival();
+}
+
+void Dataset::StoreEdited() {
+  std::size_t row = RowIndex(edited_id_);
+  if (row == rows_.size()) {
+    rows_.push_back({edited_id_, std::move(edited_)});
+  } else {
+    rows_[row].values = std::move(edited_);
+  }
+  state_ = DatasetState::kBrowse;
+  // Where the view had the row; the binary search below needs the rest of the view, which is in order.
+  const auto shown = std::find(visible_.begin(), visible_.end(), row);
+  std::size_t place = visible_.size();
+  if (shown != visible_.end()) {
+    place = static_cast<std::size_t>(shown - visible_.begin());
+    visible_.erase(shown);
+  }
+  if (Passes(rows_[row])) {
+    place = PlaceOf(row);
+    visible_.insert(visible_.begin() + static_cast<std::ptrdiff_t>(place), row);
+  }
+  position_ = visible_.empty() ? 0 : std::min(place, visible_.size() - 1);
+  bof_ = eof_ = visible_.empty();
+}
+
+void Dataset::Cancel() {
+  if (!InEdit()) return;
+  state_ = DatasetState::kBrowse;
+  edited_.clear();
+  bof_ = eof_ = visible_.empty();
+  TellArrival();
+}
+
+void Dataset::Delete() {
+  RequireActive();
+  if (state_ == DatasetState::kInsert) {
+    Cancel();
+    return;
+  }
+  if (visible_.empty()) return;
+  Fire(BeforeDelete);
+  if (state_ == DatasetState::kEdit) state_ = DatasetState::kBrowse;
+  edited_.clear();
+  if (visible_.empty()) return;
+  const std::size_t row = visible_[position_];
+  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(row));
+  visible_.erase(visible_.begin() + static_cast<std::ptrdiff_t>(position_));
+  for (std::size_t& index : visible_) {
+    if (index > row) --index;
+  }
+  bof_ = eof_ = visible_.empty();
+  Arrive(position_);
+}
+
+void Dataset::Empty() {
+  rows_.clear();
+  visible_.clear();
+  edited_.clear();
+  if (InEdit()) state_ = DatasetState::kBrowse;
+  position_ = 0;
+  bof_ = eof_ = true;
+  TellArrival();
+}
+
+// --- the second cursor -------------------------------------------------------------------------------------------
+
+DatasetCursor::DatasetCursor(const Dataset& dataset) : dataset_(dataset) { First(); }
+
+void DatasetCursor::First() {
+  order_.clear();
+  newest_ = 0;
+  position_ = 0;
+  Refresh();
+}
+
+void DatasetCursor::Refresh() const {
+  std::vector<std::size_t> fresh;
+  for (std::size_t at = 0; at < dataset_.rows_.size(); ++at) {
+    if (dataset_.rows_[at].id > newest_) fresh.push_back(at);
+  }
+  std::sort(fresh.begin(), fresh.end(), [this](std::size_t left, std::size_t right) {
+    return dataset_.Before(dataset_.rows_[left], dataset_.rows_[right]);
+  });
+  for (const std::size_t row : fresh) {
+    order_.push_back(dataset_.rows_[row].id);
+    newest_ = std::max(newest_, dataset_.rows_[row].id);
+  }
+}
+
+void DatasetCursor::Next() {
+  if (!Eof()) ++position_;
+}
+
+bool DatasetCursor::Eof() const {
+  const auto gone = [this](std::size_t at) { return dataset_.RowIndex(order_[at]) == dataset_.rows_.size(); };
+  while (position_ < order_.size() && gone(position_)) ++position_;
+  if (position_ == order_.size()) Refresh();
+  return position_ >= order_.size();
+}
+
+std::size_t DatasetCursor::RecordCount() const { return dataset_.rows_.size(); }
+
+const Value& DatasetCursor::FieldByName(std::string_view name) const {
+  const int field = dataset_.FieldIndex(name);
+  if (field < 0) throw std::out_of_range(dataset_.Name() + " has no field " + std::string(name));
+  if (position_ >= order_.size()) return kNothing;
+  const std::size_t row = dataset_.RowIndex(order_[position_]);
+  return row == dataset_.rows_.size() ? kNothing : dataset_.rows_[row].values[static_cast<std::size_t>(field)];
+}
+
+}  // namespace host
