@@ -120,8 +120,8 @@ std::size_t Dataset::IdAt(std::size_t rec_no) const {
 }
 
 std::size_t Dataset::RowIndex(std::size_t id) const {
-  const auto found =
-      std::lower_bound(rows_.begin(), rows_.end(), id, [](const Row& row, std::size_t wanted) { return row.id < wanted; });
+  const auto found = std::lower_bound(rows_.begin(), rows_.end(), id,
+                                      [](const Row& row, std::size_t wanted) { return row.id < wanted; });
   if (found == rows_.end() || found->id != id) return rows_.size();
   return static_cast<std::size_t>(found - rows_.begin());
 }
@@ -240,9 +240,8 @@ bool Dataset::Before(const Row& left, const Row& right) const {
 
 std::size_t Dataset::PlaceOf(std::size_t row_index) const {
   const auto place =
-      std::lower_bound(visible_.begin(), visible_.end(), row_index, [this](std::size_t left, std::size_t right) {
-        return Before(rows_[left], rows_[right]);
-      });
+      std::lower_bound(visible_.begin(), visible_.end(), row_index,
+                       [this](std::size_t left, std::size_t right) { return Before(rows_[left], rows_[right]); });
   return static_cast<std::size_t>(place - visible_.begin());
 }
 

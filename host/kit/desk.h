@@ -91,6 +91,9 @@ class Desk : public ScreenSite {
   /// The same for a named control; nothing happens when it does not have the focus.
   ActResult Leave(Control& control);
   ActResult PressKey(Screen& screen, Key key);  // a key where the focus is
+  /// Moves the focus to the next input in tab order, or with `back` to the one before; inside a running action when its
+  /// event ends.
+  ActResult MoveFocus(Screen& screen, bool back);
   ActResult Check(CheckBox& box, bool checked);
   ActResult Choose(Choice& choice, std::string_view caption);
   ActResult ChoosePage(PageControl& pages, std::string_view caption);
@@ -133,6 +136,37 @@ class Desk : public ScreenSite {
 
  private:
   struct Impl;
+
+  void MustAllow(const Screen& screen) const;
+  void MustAllow(const Control& control) const;
+  void MustAllowGrid(const Grid& grid, int column, bool writing) const;
+  bool IsOpen(const Screen* screen) const;
+  bool IsDoomed(const Screen* screen) const;
+  bool IsModal(const Screen* screen) const;
+
+  Screen& Create(std::string_view screen_class);
+  ActResult RunOuter(std::string_view title, const std::function<void()>& act);
+  void Tell(std::string_view title, const std::exception& error);
+  void Finish();
+  bool CloseAsked();
+  bool SettleFocus();
+  ActResult CloseForm(Screen& screen);
+  void Destroy(Screen& screen);
+
+  ActResult LeaveFocused();
+  ActResult Focus(Control& control);
+  Control* NextFocus(Screen& screen, bool back) const;
+
+  void EnterCell(Grid& grid);
+  void SyncCell(Grid& grid);
+  void LeaveCell(Grid& grid, Key key);
+  void LeaveRow(Grid& grid);
+  void NextCell(Grid& grid, Key key);
+  void DownRow(Grid& grid);
+  ActResult FocusGrid(Grid& grid);
+  ActResult PutIntoCell(Grid& grid, std::string_view text);
+  ActResult TypeCells(Grid& grid, const std::vector<std::pair<std::string, std::string>>& cells);
+
   DeskEnvironment& environment_;
   std::vector<std::unique_ptr<Screen>> screens_;
   std::vector<Screen*> modals_;

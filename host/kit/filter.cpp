@@ -30,9 +30,7 @@ struct Token {
   std::string text;
 };
 
-[[noreturn]] void Wrong(std::string_view text) {
-  throw InputError("Filtro inválido: " + std::string(text));
-}
+[[noreturn]] void Wrong(std::string_view text) { throw InputError("Filtro inválido: " + std::string(text)); }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -46,7 +44,8 @@ class Scanner {
   explicit Scanner(std::string_view text) : text_(text) {}
 
   Token Next() {
-    while (at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t' || text_[at_] == '\r' || text_[at_] == '\n')) {
+    while (at_ < text_.size() &&
+           (text_[at_] == ' ' || text_[at_] == '\t' || text_[at_] == '\r' || text_[at_] == '\n')) {
       ++at_;
     }
     if (at_ == text_.size()) return {Token::Kind::kEnd, {}};
