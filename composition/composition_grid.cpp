@@ -1,0 +1,92 @@
+#include "composition/composition_grid.h"
+
+#include <algorithm>
+
+#include "host/text.h"
+
+namespace composition {
+namespace {
+
+using host::FieldDef;
+using host::FieldType;
+
+std::vector<FieldDef> FixedFields() {
+  return {
+      {"Codigo", FieldType::kText, 15, "", "Código"},
+      {"Ordem", FieldType::kInteger, 0, "", "Ordem"},
+      {"Descricao", FieldType::kText, 50, "", "Descrição"},
+      {"Custo", FieldType::kFloat, 0, "0.00", "Custo"},
+      {"NE", FieldType::kInteger, 0, "", "NE"},
+      {"Milimetros", FieldType::kFloat, 0, "", "Milimetros"},
+      {"Tensao", FieldType::kFloat, 0, "", "Tensão"},
+      {"LFA", FieldType::kFloat, 0, "", "LFA"},
+      {"ROCA", FieldType::kFloat, 0, "", "ROCA"},
+      {"Consumo", FieldType::kFloat, 0, "0.0000", "Consumo"},
+      {"Perc", FieldType::kFloat, 0, "0.0000", "Perc."},
+      {"Regra", FieldType::kText, 3, "", "Regra"},
+      {"Desc_Regra", FieldType::kText, 50, "", "Desc. Regra"},
+  };
+}
+
+bool FilledByProgram(std::string_view field) {
+  return field == "Ordem" || field == "Descricao" || field == "Custo" || field == "NE" || field == "Consumo" ||
+         field == "Desc_Regra";
+}
+
+std::string FreeFieldName(std::string_view code, const std::vector<FabricColour>& before) {
+  static const std::vector<FieldDef> kFixed = FixedFields();
+  const auto taken = [&](std::string_view name) {
+    return std::ranges::any_of(kFixed, [&](const FieldDef& fixed) { return host::SameName(fixed.name, name); }) ||
+           std::ranges::any_of(before, [&](const FabricColour& other) { return host::SameName(other.field, name); });
+  };
+  std::string name(code);
+  while (taken(name)) name = "Cor " + name;
+  return name;
+}
+
+}  // namespace
+
+std::vector<FabricColour> ReadColours(host::TTIQuery& query) {
+  std::vector<FabricColour> colours;
+  for (query.First(); !query.Eof(); query.Next()) {
+    const std::string code = query.FieldByName("COR").AsText();
+    if (code.empty() || FindColour(colours, code) != nullptr) continue;
+    std::string field = FreeFieldName(code, colours);
+    colours.push_back({code, query.FieldByName("DESCRICAO").AsText(), std::move(field)});
+  }
+  return colours;
+}
+
+const FabricColour* FindColour(const std::vector<FabricColour>& colours, std::string_view code) {
+  const auto found = std::ranges::find(colours, code, &FabricColour::code);
+  return found == colours.end() ? nullptr : &*found;
+}
+
+const FabricColour* ColourOfField(const std::vector<FabricColour>& colours, std::string_view field) {
+  const auto found =
+      std::ranges::find_if(colours, [&](const FabricColour& colour) { return host::SameName(colour.field, field); });
+  return found == colours.end() ? nullptr : &*found;
+}
+
+std::vector<FieldDef> GridFields(const std::vector<FabricColour>& colours) {
+  std::vector<FieldDef> fields = FixedFields();
+  for (const FabricColour& colour : colours) {
+    fields.push_back({colour.field, FieldType::kText, 6, "", colour.code + "|" + colour.description});
+  }
+  return fields;
+}
+
+std::vector<host::GridColumn> GridColumns(const std::vector<FabricColour>& colours) {
+  std::vector<host::GridColumn> columns;
+  for (const FieldDef& field : GridFields(colours)) {
+    host::GridColumn column;
+    column.field = field.name;
+    column.read_only = FilledByProgram(field.name);
+    const bool number = field.type == FieldType::kFloat || field.type == FieldType::kInteger;
+    column.align = number ? host::Align::kRight : host::Align::kLeft;
+    columns.push_back(std::move(column));
+  }
+  return columns;
+}
+
+}  // namespace composition
