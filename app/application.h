@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "app/firebird/database.h"
 #include "app/person.h"
@@ -26,7 +27,8 @@ class ProgramClock : public host::Clock {
 
 struct ApplicationOptions {
   firebird::ConnectOptions connect;
-  std::string user = "ADMIN";  // who works; must exist in the database
+  std::string user = "ADMIN";      // who works; must exist in the database
+  std::string settings_file = {};  // of the user's settings; empty for the place that the operating system keeps
 };
 
 class Application : public host::Host {
@@ -39,6 +41,8 @@ class Application : public host::Host {
   virtual host::Desk& GetDesk() = 0;
   virtual firebird::Database& GetDatabase() = 0;
   virtual ProgramClock& GetProgramClock() = 0;
+  /// Sets an installation parameter; seen by the screens at once. Throws host::DatabaseError, nothing is changed then.
+  virtual void WriteParameter(std::string_view group, int number, std::string_view value) = 0;
 };
 
 }  // namespace app

@@ -1,0 +1,209 @@
+#include "app/application.h"
+
+#include <vector>
+
+#include "app/embedded.h"
+#include "app/firebird/migrations.h"
+#include "app/services/general_services.h"
+#include "app/services/lookup_rows.h"
+#include "app/services/parameters.h"
+#include "app/services/periods.h"
+#include "app/services/stock.h"
+#include "app/services/storable_text.h"
+#include "app/services/tables.h"
+#include "app/services/user_settings.h"
+#include "app/services/users.h"
+#include "host/errors.h"
+#include "host/text.h"
+
+namespace app {
+namespace {
+
+std::vector<firebird::Migration> Migrations() {
+  std::vector<firebird::Migration> migrations;
+  for (const EmbeddedFile& file : SchemaFiles()) {
+    migrations.push_back({std::string(file.name), std::string(file.text)});
+  }
+  return migrations;
+}
+
+/// The person's boxes as the screens see them: whatever is pending is made durable before the program waits.
+class WaitingDialogs : public host::Dialogs {
+ public:
+  WaitingDialogs(firebird::Database& database, Person& person) : database_(database), person_(person) {}
+
+  void Message(std::string_view title, std::string_view text, host::Icon icon) override {
+    database_.MakeDurable();
+    person_.Message(title, text, icon);
+  }
+  bool Question(std::string_view title, std::string_view text) override {
+    database_.MakeDurable();
+    return person_.Question(title, text);
+  }
+  std::optional<std::string> InputBox(std::string_view title, std::string_view prompt,
+                                      std::string_view proposed) override {
+    database_.MakeDurable();
+    return person_.InputBox(title, prompt, proposed);
+  }
+
+ private:
+  firebird::Database& database_;
+  Person& person_;
+};
+
+class ReferenceApplication : public Application, public host::DeskEnvironment, private services::Windows {
+ public:
+  ReferenceApplication(std::unique_ptr<firebird::Database> database, const ApplicationOptions& options,
+                       const host::Module& module, Person& person)
+      : database_(std::move(database)),
+        module_(module),
+        person_(person),
+        parameters_(*database_),
+        tables_(*database_),
+        periods_(*database_),
+        settings_(options.settings_file.empty() ? services::FileUserSettings::DefaultPath() : options.settings_file),
+        dialogs_(*database_, person),
+        general_({*database_, parameters_, clock_, *this}, services::FindUser(*database_, options.user)),
+        desk_(*this) {
+    database_->MakeDurable();  // no transaction stays open while the first screen is awaited
+  }
+
+  ~ReferenceApplication() override { CloseScreens(); }
+
+  // --- Application -----------------------------------------------------------------------------------------------
+  host::Desk& GetDesk() override { return desk_; }
+  firebird::Database& GetDatabase() override { return *database_; }
+  ProgramClock& GetProgramClock() override { return clock_; }
+  void WriteParameter(std::string_view group, int number, std::string_view value) override {
+    parameters_.Write(group, number, value);
+    database_->CommitRetaining();
+  }
+
+  // --- host::Host ------------------------------------------------------------------------------------------------
+  host::Funcoes& GetFuncoes() override { return general_; }
+  host::Tabela& GetTabela() override { return tables_; }
+  host::Contabil& GetContabil() override { return periods_; }
+  host::Dialogs& GetDialogs() override { return dialogs_; }
+  host::Clock& GetClock() override { return clock_; }
+  host::UserSettings& GetUserSettings() override { return settings_; }
+  std::unique_ptr<host::TEstoque> NewEstoque() override {
+    return std::make_unique<services::StockMovement>(*database_);
+  }
+  void ShowModal(host::Screen& screen) override { desk_.ShowModal(screen); }
+  void Free(host::Screen& screen) override { desk_.Free(screen); }
+
+  // --- host::DeskEnvironment -------------------------------------------------------------------------------------
+  std::unique_ptr<host::Screen> CreateScreen(std::string_view screen_class) override;
+  void BeginAction() override { database_->BeginAction(); }
+  void EndAction(host::DeskEnvironment::Outcome outcome) override;
+  void BeforeWait() override { database_->MakeDurable(); }
+  void TellError(std::string_view title, const std::exception& error) override;
+  std::optional<host::LookupRow> ShowLookup(host::TPesquisa& lookup) override;
+  void RunModal(host::Screen& screen) override;
+  std::optional<std::string> CheckStorable(std::string_view text) override { return services::WhyNotStorable(text); }
+
+ private:
+  // --- services::Windows -----------------------------------------------------------------------------------------
+  host::Screen& LoadScreen(std::string_view screen_class) override;
+  std::string AskDate(std::string_view caption, std::string_view prompt) override;
+
+  void CloseScreens() noexcept;
+
+  std::unique_ptr<firebird::Database> database_;
+  const host::Module& module_;
+  Person& person_;
+  ProgramClock clock_;
+  services::Parameters parameters_;
+  services::Tables tables_;
+  services::Periods periods_;
+  services::FileUserSettings settings_;
+  WaitingDialogs dialogs_;
+  services::GeneralServices general_;
+  host::Desk desk_;
+  bool loading_from_program_ = false;
+};
+
+std::unique_ptr<host::Screen> ReferenceApplication::CreateScreen(std::string_view screen_class) {
+  // Another station may have changed the installation's parameters. A screen that the program itself loads in the
+  // middle of an action goes on with those the action began with.
+  if (!loading_from_program_) parameters_.Forget();
+  for (std::size_t i = 0; i < module_.screen_count; ++i) {
+    const host::ScreenClass& known = module_.screens[i];
+    if (host::SameName(known.class_name, screen_class)) return known.create(*this);
+  }
+  throw host::InputError("A tela \"" + std::string(screen_class) + "\" não existe neste módulo.");
+}
+
+void ReferenceApplication::EndAction(host::DeskEnvironment::Outcome outcome) {
+  switch (outcome) {
+    case host::DeskEnvironment::Outcome::kOk:
+      database_->EndAction(firebird::Database::Outcome::kOk);
+      break;
+    case host::DeskEnvironment::Outcome::kAborted:
+      database_->EndAction(firebird::Database::Outcome::kAborted);
+      break;
+    case host::DeskEnvironment::Outcome::kFailed:
+      database_->EndAction(firebird::Database::Outcome::kFailed);
+      break;
+  }
+}
+
+void ReferenceApplication::TellError(std::string_view title, const std::exception& error) {
+  const bool worded = dynamic_cast<const host::DatabaseError*>(&error) != nullptr ||
+                      dynamic_cast<const host::InputError*>(&error) != nullptr;
+  if (worded) {
+    person_.TellError(title, error);
+  } else {
+    person_.TellError(title, host::InputError(std::string("Erro inesperado do programa: ") + error.what()));
+  }
+}
+
+std::optional<host::LookupRow> ReferenceApplication::ShowLookup(host::TPesquisa& lookup) {
+  const std::vector<host::LookupRow> offered = services::OfferedRows(*database_, lookup);
+  database_->MakeDurable();
+  return person_.PickRow(lookup, offered);
+}
+
+void ReferenceApplication::RunModal(host::Screen& screen) {
+  person_.ActOnModal(screen, desk_);
+  // Whoever turned away from the screen without closing it has given up.
+  if (!screen.CloseRequested()) screen.Close();
+}
+
+host::Screen& ReferenceApplication::LoadScreen(std::string_view screen_class) {
+  struct Loading {
+    explicit Loading(bool& on) : flag(on), before(on) { flag = true; }
+    ~Loading() { flag = before; }
+    Loading(const Loading&) = delete;
+    Loading& operator=(const Loading&) = delete;
+    bool& flag;
+    bool before;
+  };
+  const Loading loading(loading_from_program_);
+  return desk_.Load(screen_class);
+}
+
+std::string ReferenceApplication::AskDate(std::string_view caption, std::string_view prompt) {
+  database_->MakeDurable();
+  return person_.AskDate(caption, prompt);
+}
+
+void ReferenceApplication::CloseScreens() noexcept {
+  try {
+    while (!desk_.Screens().empty()) desk_.Free(*desk_.Screens().back());
+    database_->MakeDurable();
+  } catch (const std::exception&) {
+    // The program is ending and the person has left: what a screen could not finish is undone with the connection.
+  }
+}
+
+}  // namespace
+
+std::unique_ptr<Application> Application::Start(const ApplicationOptions& options, const host::Module& module,
+                                                Person& person) {
+  auto database = firebird::Database::Open(options.connect);
+  firebird::Migrate(*database, Migrations());
+  return std::make_unique<ReferenceApplication>(std::move(database), options, module, person);
+}
+
+}  // namespace app

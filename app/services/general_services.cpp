@@ -1,0 +1,110 @@
+#include "app/services/general_services.h"
+
+#include "app/services/audit_log.h"
+#include "app/services/key_condition.h"
+#include "app/services/percentage_rules.h"
+#include "host/decimal.h"
+#include "host/errors.h"
+#include "host/kit/screen.h"
+#include "host/text.h"
+
+namespace app::services {
+
+std::string GeneralServices::Aspas(std::string_view text) const { return QuoteText(text); }
+
+std::string GeneralServices::PermanecePonto(double number) const { return host::PointText(number); }
+
+std::string GeneralServices::DBLocal(std::string_view table, bool company) const {
+  return company ? parts_.database.PhysicalName(table) : std::string(table);
+}
+
+std::string GeneralServices::DBLocal_SQL(std::string_view statement) const {
+  return parts_.database.ReplaceNames(statement);
+}
+
+bool GeneralServices::Existe(std::string_view table, std::string_view columns, std::string_view quoted,
+                             host::Database& database) {
+  const auto query = database.NewQuery();
+  query->SQL.Add("SELECT FIRST 1 1 FROM " + DBLocal(table, true));
+  query->SQL.Add("WHERE " + KeyCondition(columns, quoted, ','));
+  query->Open();
+  return !query->IsEmpty();
+}
+
+host::Value GeneralServices::Busca_Valor(std::string_view table, std::string_view columns, std::string_view result,
+                                         std::string_view quoted, bool company, bool trim) {
+  const auto query = parts_.database.NewQuery();
+  query->SQL.Add("SELECT FIRST 1 " + std::string(result) + " FROM " + DBLocal(table, company));
+  query->SQL.Add("WHERE " + KeyCondition(columns, quoted, ';'));
+  query->Open();
+  if (query->IsEmpty()) return {};
+  const host::Value& value = query->FieldByName(query->FieldName(0));
+  if (trim && value.IsText()) return host::Trim(value.AsText());
+  return value;
+}
+
+std::string GeneralServices::Proximo(std::string_view table, std::string_view column, int width, bool company) {
+  return numbering_.Next(DBLocal(table, company), std::string(column), width);
+}
+
+std::string GeneralServices::ProximaOrdemTecelB(std::string_view order) {
+  return numbering_.NextRoll(std::string(order));
+}
+
+std::string GeneralServices::BuscaParametro(std::string_view group, int number) {
+  return parts_.parameters.Read(group, number);
+}
+
+bool GeneralServices::Acessa(std::string_view screen_class, std::string_view operation, std::string_view /*option*/) {
+  return HasRight(parts_.database, user_.code, screen_class, operation);
+}
+
+void GeneralServices::GeraLog(std::string_view subject, std::string_view text, host::LogOperation operation,
+                              std::string_view key, const host::Component* /*object*/) {
+  WriteLog(parts_.database, {user_.name, parts_.clock.Now(), subject, text, operation, key});
+}
+
+double GeneralServices::CalculaPercRegra(std::string_view rule, std::string_view fabric) {
+  return PercentageByRule(parts_.database, rule, fabric);
+}
+
+std::string GeneralServices::InputBoxData(std::string_view caption, std::string_view prompt) {
+  return parts_.windows.AskDate(caption, prompt);
+}
+
+// Without windows there is no indicator to show.
+void GeneralServices::Ocupado(bool /*on*/, const host::Screen& /*screen*/, std::string_view /*text*/) {}
+
+void GeneralServices::pSetFocus(host::Screen& screen, bool back) {
+  std::vector<host::Control*> inputs;
+  for (host::Component* component : screen.Components()) {
+    auto* control = dynamic_cast<host::Control*>(component);
+    if (control != nullptr && control->Focusable() && control->Enabled() && control->Visible()) {
+      inputs.push_back(control);
+    }
+  }
+  if (inputs.empty()) return;
+  const host::Control* focused = screen.Site() == nullptr ? nullptr : screen.Site()->Focused();
+  std::size_t position = back ? 0 : inputs.size() - 1;  // without focus: the last, going back, or the first
+  for (std::size_t i = 0; i < inputs.size(); ++i) {
+    if (inputs[i] == focused) position = i;
+  }
+  inputs[(position + (back ? inputs.size() - 1 : 1)) % inputs.size()]->SetFocus();
+}
+
+host::Screen& GeneralServices::Carrega_Form(std::string_view screen_class) {
+  return parts_.windows.LoadScreen(screen_class);
+}
+
+void GeneralServices::Chama_Relatorio(host::Component* /*graphic*/, host::Component* /*text*/, std::string_view report,
+                                      host::Screen& /*owner*/, std::string_view /*print_type*/,
+                                      const host::ReportFlags& /*flags*/) {
+  throw host::InputError("O relatório \"" + std::string(report) +
+                         "\" não pode ser impresso: a impressão não está disponível nesta versão.");
+}
+
+double GeneralServices::PegaPesoBalanca(std::string_view /*received*/, char /*terminator*/) {
+  throw host::InputError("A leitura da balança não está disponível nesta versão.");
+}
+
+}  // namespace app::services

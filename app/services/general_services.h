@@ -1,0 +1,72 @@
+// The general services of the reference host.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "app/firebird/database.h"
+#include "app/services/numbering.h"
+#include "app/services/parameters.h"
+#include "app/services/users.h"
+#include "host/funcoes.h"
+#include "host/host.h"
+
+namespace app::services {
+
+/// What the general services need of the program's windows.
+class Windows {
+ public:
+  virtual ~Windows() = default;
+  /// See host::Funcoes::Carrega_Form and host::Funcoes::InputBoxData.
+  virtual host::Screen& LoadScreen(std::string_view screen_class) = 0;
+  virtual std::string AskDate(std::string_view caption, std::string_view prompt) = 0;
+};
+
+class GeneralServices : public host::Funcoes {
+ public:
+  /// What is lent here outlives the object.
+  struct Parts {
+    firebird::Database& database;
+    Parameters& parameters;
+    const host::Clock& clock;
+    Windows& windows;
+  };
+  GeneralServices(Parts parts, User user) : parts_(parts), user_(std::move(user)), numbering_(parts.database) {}
+
+  std::string vUsuario() const override { return user_.name; }
+  std::string vUsuarioCodigo() const override { return user_.code; }
+
+  std::string Aspas(std::string_view text) const override;
+  std::string PermanecePonto(double number) const override;
+  std::string DBLocal(std::string_view table, bool company) const override;
+  std::string DBLocal_SQL(std::string_view statement) const override;
+
+  bool Existe(std::string_view table, std::string_view columns, std::string_view quoted,
+              host::Database& database) override;
+  host::Value Busca_Valor(std::string_view table, std::string_view columns, std::string_view result,
+                          std::string_view quoted, bool company, bool trim) override;
+  std::string Proximo(std::string_view table, std::string_view column, int width, bool company) override;
+  std::string ProximaOrdemTecelB(std::string_view order) override;
+  std::string BuscaParametro(std::string_view group, int number) override;
+
+  bool Acessa(std::string_view screen_class, std::string_view operation, std::string_view option) override;
+  void GeraLog(std::string_view subject, std::string_view text, host::LogOperation operation, std::string_view key,
+               const host::Component* object) override;
+  double CalculaPercRegra(std::string_view rule, std::string_view fabric) override;
+
+  std::string InputBoxData(std::string_view caption, std::string_view prompt) override;
+  void Ocupado(bool on, const host::Screen& screen, std::string_view text) override;
+  void pSetFocus(host::Screen& screen, bool back) override;
+  host::Screen& Carrega_Form(std::string_view screen_class) override;
+
+  void Chama_Relatorio(host::Component* graphic, host::Component* text, std::string_view report, host::Screen& owner,
+                       std::string_view print_type, const host::ReportFlags& flags) override;
+  double PegaPesoBalanca(std::string_view received, char terminator) override;
+
+ private:
+  Parts parts_;
+  User user_;
+  Numbering numbering_;
+};
+
+}  // namespace app::services
