@@ -1,0 +1,90 @@
+#include "support/road.h"
+
+#include <stdexcept>
+
+#include "host/decimal.h"
+
+namespace test {
+namespace {
+
+std::string Typed(double number) { return host::FormatNumber("0.######", number, ','); }
+
+void Expect(Mill& mill, host::ActResult result, std::string_view what) {
+  if (result == host::ActResult::kDone) return;
+  std::string boxes;
+  for (const auto& text : mill.Messages()) boxes += " | " + text;
+  throw std::runtime_error("refused: " + std::string(what) + boxes);
+}
+
+host::Screen& TypeOrder(Mill& mill, const OrderPlan& plan) {
+  host::Screen& screen = mill.Open("TfmCadLoteTec");
+  Expect(mill, mill.Click(screen, "BtnIncluir"), "new order");
+  Expect(mill, mill.Type(screen, "EdtMalharia", plan.mill), "mill");
+  Expect(mill, mill.Type(screen, "EdtDeposito", plan.deposit), "deposit");
+  Expect(
+      mill,
+      mill.Append(screen, "TbItens", {{"Codigo", plan.fabric}, {"Cor", plan.colour}, {"Qtde", Typed(plan.quantity)}}),
+      "item");
+  return screen;
+}
+
+void Reserve(Mill& mill, host::Screen& screen, const Reservation& lot) {
+  host::Grid& yarns = mill.GridOf(screen, "TbFios");
+  host::Grid& stock = mill.GridOf(screen, "TbEstoque");
+  const auto stand_on = [&](host::Grid& grid, std::string_view fields, const std::vector<std::string>& key) {
+    host::Dataset& rows = grid.GetDataset();
+    for (std::size_t row = 1; row <= rows.RecordCount(); ++row) {
+      std::size_t same = 0;
+      std::size_t at = 0;
+      std::string names(fields);
+      for (const auto& value : key) {
+        const std::string name = names.substr(at, names.find(';', at) - at);
+        at += name.size() + 1;
+        for (std::size_t field = 0; field < rows.FieldCount(); ++field) {
+          if (rows.FieldAt(field).Name() == name && rows.ValueAt(row, field).AsText() == value) ++same;
+        }
+      }
+      if (same == key.size()) {
+        Expect(mill, mill.Desk().SelectRow(grid, row), "row of " + key.front());
+        return;
+      }
+    }
+    throw std::runtime_error("not listed: " + key.front());
+  };
+  stand_on(yarns, "Codigo;Cor", {lot.yarn, lot.colour});
+  stand_on(stock, "Lote;Deposito", {lot.lot, lot.deposit});
+  Expect(mill, mill.Set(screen, "TbEstoque", {{"Sel", "S"}, {"Qtde_Res", Typed(lot.quantity)}}), "reserve " + lot.lot);
+}
+
+}  // namespace
+
+std::string SaveBareOrder(Mill& mill, const OrderPlan& plan) {
+  host::Screen& screen = TypeOrder(mill, plan);
+  const std::string number = mill.Text(screen, "EdtNumero");
+  Expect(mill, mill.Click(screen, "BtnGravar"), "save");
+  return number;
+}
+
+std::string SaveOrder(Mill& mill, const OrderPlan& plan) {
+  const std::string number = SaveBareOrder(mill, plan);
+  host::Screen& screen = mill.Open("TfmCadLoteTec");
+  Expect(mill, mill.Type(screen, "EdtNumero", number), "load");
+  for (const auto& lot : plan.reservations) Reserve(mill, screen, lot);
+  Expect(mill, mill.Click(screen, "BtnGravar"), "save with reservations");
+  return number;
+}
+
+host::Screen& OpenWriteOff(Mill& mill, std::string_view order, std::string_view deposit) {
+  host::Screen& screen = mill.Open("TfmMovBaiTec");
+  Expect(mill, mill.Type(screen, "EdtLote", order), "order");
+  Expect(mill, mill.Type(screen, "EdtDeposito", deposit), "deposit");
+  return screen;
+}
+
+host::ActResult ConfirmRoll(Mill& mill, host::Screen& screen, double quantity) {
+  const host::ActResult typed = mill.Type(screen, "EdtQtde", Typed(quantity));
+  if (typed != host::ActResult::kDone) return typed;
+  return mill.Click(screen, "BtnConfirma");
+}
+
+}  // namespace test
