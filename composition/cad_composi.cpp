@@ -104,6 +104,7 @@ void TFmCadComposi::WireGrid() {
   // A yarn added by hand goes below the others until it is given another place.
   TbComposi.AfterInsert = [this] { TbComposi["Ordem"].Set(static_cast<int>(TbComposi.RecordCount()) + 1); };
   TbComposi.AfterPost = [this] { changed_ = true; };
+  TbComposi.BeforeDelete = [this] { changed_ = true; };
 }
 
 void TFmCadComposi::FormCreate() { GetHost().GetTabela().AbreTabela("tbMateriais"); }
@@ -244,8 +245,7 @@ void TFmCadComposi::GravaDados() {
   funcoes.GeraLog(kLogSubject,
                   std::string(stored ? "ALTERACAO" : "INCLUSAO") + " DA COMPOSICAO DO MATERIAL " + fabric +
                       " DO CLIENTE " + edtCodCliente.Text(),
-                  stored ? host::LogOperation::kAlteration : host::LogOperation::kInclusion, fabric,
-                  this->FindComponent("TbComposi"));
+                  stored ? host::LogOperation::kAlteration : host::LogOperation::kInclusion, fabric, nullptr);
 
   const auto insert = database.NewQuery();
   insert->SQL.Add(InsertComposition(funcoes));

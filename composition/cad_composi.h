@@ -57,6 +57,8 @@ class TFmCadComposi : public host::Screen {
   void ShowHeader(const host::TTIQuery& first_row);
   void AddStoredRow(const host::TTIQuery& row);
   void SetBatchElement(host::TTIQuery& insert, std::size_t element, const FabricColour& colour);
+  void LeaveCell(std::string_view field);
+  void PassReadOnlyColumns();
   void LeaveYarn();
   void LeaveFeeders();
   void LeaveRule();

@@ -12,9 +12,15 @@ void TFmCadComposi::DBGridKeyDown(host::Key key) {
   if (field.empty()) return;
   if (key == host::Key::kF4) {
     OpenLookupOf(field);
-    return;
+  } else if (key == host::Key::kTab) {
+    if (!TbComposi.IsEmpty()) LeaveCell(field);
+    PassReadOnlyColumns();
   }
-  if (key != host::Key::kTab || TbComposi.IsEmpty()) return;
+}
+
+// --- Tab ----------------------------------------------------------------------------------------------------------
+
+void TFmCadComposi::LeaveCell(std::string_view field) {
   if (field == "Codigo") {
     LeaveYarn();
   } else if (field == "ROCA") {
@@ -28,7 +34,15 @@ void TFmCadComposi::DBGridKeyDown(host::Key key) {
   }
 }
 
-// --- Tab ----------------------------------------------------------------------------------------------------------
+// The cursor goes to the next cell that can be typed into; what the program fills is stepped over.
+void TFmCadComposi::PassReadOnlyColumns() {
+  const auto& columns = GrdComposi.Columns();
+  for (int next = GrdComposi.SelectedColumn() + 1; next < static_cast<int>(columns.size()); ++next) {
+    if (columns[static_cast<std::size_t>(next)].read_only) continue;
+    GrdComposi.SelectColumn(next);
+    return;
+  }
+}
 
 void TFmCadComposi::LeaveYarn() {
   TbComposi.Post();
@@ -128,11 +142,13 @@ void TFmCadComposi::OpenLookupOf(std::string_view field) {
 }
 
 void TFmCadComposi::pqMatFechaPesquisa() {
+  if (!TbComposi.Active()) return;
   TbComposi.Edit();
   TbComposi["Codigo"].Set(pqMat.RetornoPesquisa("CODIGO").AsText());
 }
 
 void TFmCadComposi::PqRegraFechaPesquisa() {
+  if (!TbComposi.Active()) return;
   const std::string rule = PqRegra.RetornoPesquisa("CODIGO").AsText();
   TbComposi.Edit();
   TbComposi["Regra"].Set(rule);
@@ -141,6 +157,7 @@ void TFmCadComposi::PqRegraFechaPesquisa() {
 }
 
 void TFmCadComposi::PqCorFechaPesquisa() {
+  if (!TbComposi.Active()) return;
   const FabricColour* colour = ColourOfField(colours_, GrdComposi.SelectedField());
   if (colour == nullptr) return;
   TbComposi.Edit();
