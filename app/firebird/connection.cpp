@@ -1,0 +1,172 @@
+#include "app/firebird/connection.h"
+
+#include <chrono>
+#include <random>
+#include <thread>
+#include <utility>
+
+#include "app/firebird/errors.h"
+#include "app/firebird/query.h"
+#include "app/firebird/sql_tokens.h"
+
+namespace app::firebird {
+namespace {
+
+constexpr std::size_t kKeptStatements = 200;
+
+// Two stations that met once should not meet again at the same moment.
+void PauseBeforeRetry() {
+  thread_local std::minstd_rand random(std::random_device{}());
+  std::this_thread::sleep_for(std::chrono::milliseconds(std::uniform_int_distribution<int>(1, 12)(random)));
+}
+
+}  // namespace
+
+std::unique_ptr<Database> Database::Open(const ConnectOptions& options) {
+  return std::make_unique<Connection>(options, false);
+}
+
+std::unique_ptr<Database> Database::Create(const ConnectOptions& options) {
+  return std::make_unique<Connection>(options, true);
+}
+
+Connection::Connection(const ConnectOptions& options, bool create)
+    : options_(options),
+      attachment_(options, create),
+      statements_(kKeptStatements),
+      work_(attachment_, [this](std::string_view sql) { Announced(sql); }) {}
+
+Connection::~Connection() {
+  work_.Undo();
+  work_.StopReading();
+  statements_.Clear();
+}
+
+void Connection::Announced(std::string_view sql) {
+  if (BeforeStatement) BeforeStatement(sql);
+}
+
+// --- durability -----------------------------------------------------------------------------------------------------
+
+void Connection::BeginAction() { ++depth_; }
+
+void Connection::EndAction(Outcome outcome) {
+  if (depth_ > 0) --depth_;
+  const bool outermost = depth_ == 0;
+  switch (outcome) {
+    case Outcome::kOk:
+      if (outermost) work_.Commit();
+      break;
+    case Outcome::kAborted:
+      work_.UndoUnrequested();
+      if (outermost) work_.Commit();
+      break;
+    case Outcome::kFailed:
+      work_.Undo();
+      break;
+  }
+  if (outermost) work_.ForgetSavepoints();
+}
+
+void Connection::MakeDurable() { work_.Commit(); }
+
+void Connection::CommitRetaining() { work_.Request(depth_ > 0); }
+
+void Connection::SetSavepoint(std::string_view name) { work_.SetSavepoint(name); }
+
+void Connection::RollbackTo(std::string_view name) { work_.RollbackTo(name); }
+
+void Connection::LockRow(std::string_view table, std::string_view key, std::string_view value) {
+  const std::string sql = "SELECT 1 FROM " + PhysicalName(table) + " WHERE " + std::string(key) + " = ? WITH LOCK";
+  RunPrepared(sql, sql, {host::Value(value)}, true);
+}
+
+// --- statements -----------------------------------------------------------------------------------------------------
+
+std::unique_ptr<host::TTIQuery> Connection::NewQuery() { return std::make_unique<TextQuery>(*this); }
+
+void Connection::Execute(std::string_view sql, const std::vector<host::Value>& params) {
+  RunPrepared(sql, ReplaceNames(sql), params, false);
+}
+
+std::unique_ptr<host::TTIQuery> Connection::Query(std::string_view sql, const std::vector<host::Value>& params) {
+  auto query = std::make_unique<TextQuery>(*this);
+  query->SQL.Add(sql);
+  query->Show(RunPrepared(sql, ReplaceNames(sql), params, true));
+  return query;
+}
+
+std::string Connection::PhysicalName(std::string_view table) const {
+  return std::string(table) + "_" + options_.company;
+}
+
+std::string Connection::ReplaceNames(std::string_view sql) const {
+  if (sql.find('{') == std::string_view::npos) return std::string(sql);
+  std::string text;
+  std::size_t copied = 0;
+  const std::vector<Token> tokens = Tokens(sql);
+  for (std::size_t i = 0; i + 2 < tokens.size(); ++i) {
+    if (sql[tokens[i].begin] != '{' || sql[tokens[i + 2].begin] != '}') continue;
+    const Token& name = tokens[i + 1];
+    text += sql.substr(copied, tokens[i].begin - copied);
+    text += PhysicalName(sql.substr(name.begin, name.end - name.begin));
+    copied = tokens[i + 2].end;
+  }
+  text += sql.substr(copied);
+  return text;
+}
+
+std::shared_ptr<Statement> Connection::PrepareAlone(std::string_view sql) {
+  auto statement = std::make_shared<Statement>(attachment_, work_.ForPreparing(), sql);
+  if (statement->IsTransactionControl()) {
+    throw host::DatabaseError("Uma instrução não pode encerrar a transação.", 0, std::string(sql));
+  }
+  return statement;
+}
+
+std::shared_ptr<Statement> Connection::Find(std::string_view sql) {
+  if (auto kept = statements_.Find(sql)) return kept;
+  auto statement = PrepareAlone(sql);
+  if (!statement->IsDefinition()) statements_.Keep(sql, statement);
+  return statement;
+}
+
+RowSet Connection::RunOn(Statement& statement, const std::vector<host::Value>& values, bool want_rows) {
+  if (statement.IsDefinition()) statements_.Clear();
+  api::ITransaction* transaction = statement.OnlyReads() ? work_.ForReading() : work_.ForWriting();
+  RowSet rows;
+  if (want_rows) {
+    rows = statement.Select(transaction, values);
+  } else {
+    statement.Execute(transaction, values);
+  }
+  if (statement.Changes()) work_.Wrote();
+  return rows;
+}
+
+RowSet Connection::Run(std::string_view told, const std::function<RowSet()>& once) {
+  using Clock = std::chrono::steady_clock;
+  const auto deadline = Clock::now() + std::chrono::seconds(options_.lock_timeout_seconds);
+  for (;;) {
+    Announced(told);
+    ++attachment_.Counters().statements;
+    try {
+      return once();
+    } catch (const EngineError& error) {
+      if (!IsConflict(error) || Clock::now() >= deadline) throw ToDatabaseError(error, told);
+    }
+    ++attachment_.Counters().retries;
+    PauseBeforeRetry();
+  }
+}
+
+RowSet Connection::RunPrepared(std::string_view told, std::string_view engine_sql,
+                               const std::vector<host::Value>& values, bool want_rows) {
+  return Run(told, [&] { return RunOn(*Find(engine_sql), values, want_rows); });
+}
+
+RowSet Connection::RunText(const std::string& sql, bool want_rows) {
+  return Run(sql, [&] { return RunOn(*PrepareAlone(sql), {}, want_rows); });
+}
+
+}  // namespace app::firebird

@@ -1,0 +1,66 @@
+// The database as the rest of the program uses it: statements, retries, durability put together.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/firebird/attachment.h"
+#include "app/firebird/database.h"
+#include "app/firebird/statement.h"
+#include "app/firebird/statement_cache.h"
+#include "app/firebird/work.h"
+
+namespace app::firebird {
+
+class Connection : public Database {
+ public:
+  Connection(const ConnectOptions& options, bool create);
+  ~Connection() override;
+
+  std::unique_ptr<host::TTIQuery> NewQuery() override;
+  void CommitRetaining() override;
+  void SetSavepoint(std::string_view name) override;
+  void RollbackTo(std::string_view name) override;
+  void LockRow(std::string_view table, std::string_view key, std::string_view value) override;
+
+  void BeginAction() override;
+  void EndAction(Outcome outcome) override;
+  void MakeDurable() override;
+
+  void Execute(std::string_view sql, const std::vector<host::Value>& params) override;
+  std::unique_ptr<host::TTIQuery> Query(std::string_view sql, const std::vector<host::Value>& params) override;
+  std::string PhysicalName(std::string_view table) const override;
+  std::string ReplaceNames(std::string_view sql) const override;
+
+  const ConnectOptions& Options() const override { return options_; }
+  const Statistics& Stats() const override { return attachment_.Counters(); }
+
+  /// Runs a statement as a screen wrote it, literals and all.
+  RowSet RunText(const std::string& sql, bool want_rows);
+  /// Runs `engine_sql`, prepared once and kept, with these values; `told` is the statement as its sender wrote it.
+  RowSet RunPrepared(std::string_view told, std::string_view engine_sql, const std::vector<host::Value>& values,
+                     bool want_rows);
+
+ private:
+  struct Prepared {
+    std::shared_ptr<Statement> statement;
+    std::vector<host::Value> values;
+  };
+
+  std::shared_ptr<Statement> Find(std::string_view sql);
+  std::shared_ptr<Statement> PrepareAlone(std::string_view sql);
+  RowSet Run(std::string_view told, const std::function<RowSet()>& once);
+  RowSet RunOn(Statement& statement, const std::vector<host::Value>& values, bool want_rows);
+  void Announced(std::string_view sql);
+
+  ConnectOptions options_;
+  mutable Attachment attachment_;
+  StatementCache statements_;
+  Work work_;
+  int depth_ = 0;
+};
+
+}  // namespace app::firebird

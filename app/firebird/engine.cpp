@@ -1,0 +1,42 @@
+#include "app/firebird/engine.h"
+
+#include <algorithm>
+#include <array>
+
+namespace app::firebird {
+
+EngineError::EngineError(api::IStatus* status) {
+  const intptr_t* at = status->getErrors();
+  while (*at != isc_arg_end) {
+    const intptr_t kind = *at++;
+    switch (kind) {
+      case isc_arg_gds:
+        if (*at != 0) codes_.push_back(*at);
+        ++at;
+        break;
+      case isc_arg_string:
+      case isc_arg_interpreted:
+        names_.emplace_back(reinterpret_cast<const char*>(*at++));
+        break;
+      case isc_arg_cstring: {
+        const auto length = static_cast<std::size_t>(*at++);
+        names_.emplace_back(reinterpret_cast<const char*>(*at++), length);
+        break;
+      }
+      default:
+        ++at;
+    }
+  }
+  std::array<char, 2048> buffer{};
+  const unsigned length = Master().getUtilInterface()->formatStatus(buffer.data(), buffer.size(), status);
+  text_.assign(buffer.data(), length);
+}
+
+bool EngineError::Has(std::int64_t code) const { return std::find(codes_.begin(), codes_.end(), code) != codes_.end(); }
+
+api::IMaster& Master() {
+  static api::IMaster* const kMaster = api::fb_get_master_interface();
+  return *kMaster;
+}
+
+}  // namespace app::firebird

@@ -1,0 +1,96 @@
+#include "app/firebird/statement.h"
+
+#include <algorithm>
+
+#include "host/errors.h"
+
+namespace app::firebird {
+
+Statement::Statement(Attachment& attachment, api::ITransaction* transaction, std::string_view sql)
+    : attachment_(attachment), handle_(attachment.Prepare(transaction, sql)) {
+  Status& status = attachment_.GetStatus();
+  type_ = handle_->getType(&status);
+  parameters_ = Layout(status, Ref<api::IMessageMetadata>(handle_->getInputMetadata(&status)));
+  const Ref<api::IMessageMetadata> offered(handle_->getOutputMetadata(&status));
+  if (offered->getCount(&status) > 0) output_ = OutputLayout(status, *offered.Get());
+  output_buffer_.resize(output_.Size());
+}
+
+bool Statement::IsTransactionControl() const {
+  return type_ == isc_info_sql_stmt_start_trans || type_ == isc_info_sql_stmt_commit ||
+         type_ == isc_info_sql_stmt_rollback;
+}
+
+const Layout& Statement::LayoutFor(const std::vector<host::Value>& values) {
+  wanted_.clear();
+  for (std::size_t i = 0; i < parameters_.Columns().size(); ++i) {
+    wanted_.push_back(TextLengthFor(parameters_.Columns()[i], values[i]));
+  }
+  const auto known =
+      std::find_if(inputs_.begin(), inputs_.end(), [&](const Input& input) { return input.text_lengths == wanted_; });
+  if (known != inputs_.end()) return known->layout;
+  constexpr std::size_t kKept = 16;
+  if (inputs_.size() == kKept) inputs_.erase(inputs_.begin());
+  inputs_.push_back({wanted_, InputLayout(attachment_.GetStatus(), *parameters_.Metadata(), wanted_)});
+  return inputs_.back().layout;
+}
+
+void Statement::Bind(api::ITransaction* transaction, const std::vector<host::Value>& values) {
+  const std::size_t count = parameters_.Columns().size();
+  if (values.size() != count) {
+    throw host::DatabaseError("A instrução tem " + std::to_string(count) + " parâmetros, mas recebeu " +
+                                  std::to_string(values.size()) + " valores.",
+                              0, "");
+  }
+  input_metadata_ = nullptr;
+  if (count == 0) return;
+  const Layout& layout = LayoutFor(values);
+  input_buffer_.resize(layout.Size());
+  const BlobWriter writer = [&](const std::string& text, const Column& column) {
+    return attachment_.WriteBlob(transaction, text, column);
+  };
+  for (std::size_t i = 0; i < count; ++i) WriteValue(layout.Columns()[i], values[i], input_buffer_.data(), writer);
+  input_metadata_ = layout.Metadata();
+}
+
+void Statement::Execute(api::ITransaction* transaction, const std::vector<host::Value>& values) {
+  if (IsCursor()) {
+    Select(transaction, values);
+    return;
+  }
+  Bind(transaction, values);
+  ++attachment_.Counters().round_trips;
+  handle_->execute(&attachment_.GetStatus(), transaction, input_metadata_, input_buffer_.data(), output_.Metadata(),
+                   output_buffer_.data());
+}
+
+RowSet Statement::Select(api::ITransaction* transaction, const std::vector<host::Value>& values) {
+  RowSet rows;
+  for (const Column& column : output_.Columns()) rows.names.push_back(column.name);
+  if (!IsCursor()) {
+    Execute(transaction, values);
+    if (HasRows()) ReadRow(transaction, rows);
+    return rows;
+  }
+  Bind(transaction, values);
+  Status& status = attachment_.GetStatus();
+  ++attachment_.Counters().round_trips;
+  Ref<api::IResultSet> cursor(
+      handle_->openCursor(&status, transaction, input_metadata_, input_buffer_.data(), output_.Metadata(), 0));
+  while (cursor->fetchNext(&status, output_buffer_.data()) == api::IStatus::RESULT_OK) ReadRow(transaction, rows);
+  cursor->close(&status);
+  cursor.Forget();
+  return rows;
+}
+
+void Statement::ReadRow(api::ITransaction* transaction, RowSet& rows) {
+  const BlobReader reader = [&](ISC_QUAD id, const Column& column) {
+    return attachment_.ReadBlob(transaction, id, column);
+  };
+  for (const Column& column : output_.Columns()) {
+    rows.values.push_back(ReadValue(column, output_buffer_.data(), reader));
+  }
+  ++rows.rows;
+}
+
+}  // namespace app::firebird
