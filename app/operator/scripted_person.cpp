@@ -10,9 +10,10 @@
 namespace app {
 namespace {
 
-bool IsYes(std::string_view reply) {
-  return host::SameName(reply, "yes") || host::SameName(reply, "sim") || host::SameName(reply, "y") ||
-         host::SameName(reply, "s");
+bool IsYes(std::string_view reply) { return host::SameName(reply, "yes") || host::SameName(reply, "sim"); }
+
+bool IsNo(std::string_view reply) {
+  return host::SameName(reply, "no") || host::SameName(reply, "não") || host::SameName(reply, "nao");
 }
 
 }  // namespace
@@ -66,6 +67,9 @@ bool ScriptedPerson::Question(std::string_view title, std::string_view text) {
   Show(title, text, host::Icon::kQuestion);
   const auto reply = TakeAnswer(text);
   if (!reply) unexpected_.push_back("pergunta \"" + std::string(text) + "\"");
+  if (reply && !IsYes(*reply) && !IsNo(*reply)) {
+    unexpected_.push_back("pergunta \"" + std::string(text) + "\" com a resposta \"" + *reply + "\"");
+  }
   return reply && IsYes(*reply);
 }
 

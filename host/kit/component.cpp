@@ -71,6 +71,7 @@ Edit::Edit(Screen& owner, std::string name, std::string caption, EditKind kind, 
 void Edit::SetText(std::string_view text) {
   if (text_ == text) return;
   text_ = text;
+  number_text_.clear();
   NotifyView();
   Fire(OnChange);
 }
@@ -86,13 +87,14 @@ int Edit::Integer() const { return static_cast<int>(Value(Number()).AsInteger())
 void Edit::SetNumber(double number) {
   std::string shown = format_.empty() ? PointText(number) : FormatNumber(format_, number, ',');
   if (format_.empty()) std::replace(shown.begin(), shown.end(), '.', ',');
-  const bool same_text = shown == text_;
-  const bool other_number = Number() != number;
-  number_ = number;
-  number_text_ = shown;
-  SetText(shown);
   // Two numbers may look alike in the format; whoever depends on the value must hear of it all the same.
-  if (same_text && other_number) Fire(OnChange);
+  const bool differs = shown != text_ || number != Number();
+  text_ = shown;
+  number_ = number;
+  number_text_ = std::move(shown);
+  if (!differs) return;
+  NotifyView();
+  Fire(OnChange);
 }
 
 Date Edit::GetDate() const { return Date::FromDisplay(text_).value_or(Date()); }

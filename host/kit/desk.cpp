@@ -144,7 +144,7 @@ Screen* Desk::Open(std::string_view screen_class) {
     return open;
   }
   Screen* created = nullptr;
-  const ActResult result = Run(screen_class, [&] {
+  Run(screen_class, [&] {
     Screen& screen = Create(screen_class);
     created = &screen;
     try {
@@ -155,7 +155,7 @@ Screen* Desk::Open(std::string_view screen_class) {
       throw;
     }
   });
-  return result == ActResult::kDone && IsOpen(created) ? created : nullptr;
+  return IsOpen(created) ? created : nullptr;
 }
 
 Screen& Desk::Load(std::string_view screen_class) {
@@ -226,31 +226,32 @@ void Desk::Destroy(Screen& screen) {
 }
 
 void Desk::ShowModal(Screen& screen) {
-  {
-    // The opener's focus stays where it is and nobody leaves it: the person cannot get at it meanwhile.
-    const Restored<Control*> focused(focused_, nullptr);
-    const Restored<Control*> requested(requested_, nullptr);
-    const Restored<Impl::Cell> cell(impl_->cell, {});
-    struct Shown {
-      std::vector<Screen*>& modals;
-      Shown(std::vector<Screen*>& all, Screen& screen_shown) : modals(all) { modals.push_back(&screen_shown); }
-      ~Shown() { modals.pop_back(); }
-      Shown(const Shown&) = delete;
-      Shown& operator=(const Shown&) = delete;
-    } const shown(modals_, screen);
-
-    screen.ClearCloseRequest();
-    screen.FormShow();
-    if (!screen.CloseRequested()) {
-      environment_.BeforeWait();
-      const Restored<bool> waiting(impl_->waiting, true);
-      const Restored<bool> settled(impl_->settling, false);
-      Finish();
-      environment_.RunModal(screen);
-    }
-    screen.ClearCloseRequest();
+  if (depth_ == 0) {
+    Run(screen.Caption(), [this, &screen] { ShowModal(screen); });
+    return;
   }
-  Finish();
+  // The opener's focus stays where it is and nobody leaves it: the person cannot get at it meanwhile.
+  const Restored<Control*> focused(focused_, nullptr);
+  const Restored<Control*> requested(requested_, nullptr);
+  const Restored<Impl::Cell> cell(impl_->cell, {});
+  struct Shown {
+    std::vector<Screen*>& modals;
+    Shown(std::vector<Screen*>& all, Screen& screen_shown) : modals(all) { modals.push_back(&screen_shown); }
+    ~Shown() { modals.pop_back(); }
+    Shown(const Shown&) = delete;
+    Shown& operator=(const Shown&) = delete;
+  } const shown(modals_, screen);
+
+  screen.ClearCloseRequest();
+  screen.FormShow();
+  if (!screen.CloseRequested()) {
+    environment_.BeforeWait();
+    const Restored<bool> waiting(impl_->waiting, true);
+    const Restored<bool> settled(impl_->settling, false);
+    Finish();
+    environment_.RunModal(screen);
+  }
+  screen.ClearCloseRequest();
 }
 
 void Desk::MustAllow(const Screen& screen) const {

@@ -24,7 +24,9 @@ class DeskEnvironment {
 
   /// Brackets of the outermost action: a click, an exit, a double click. `ok` true: pending work is made durable.
   /// `aborted`: what was asked to be durable is, the rest is undone. Otherwise everything since the last durable point
-  /// is undone. EndAction(ok) may throw (the commit failed); it has undone everything then.
+  /// is undone. EndAction(ok) and EndAction(aborted) may throw (the commit failed); everything has been undone then.
+  /// An act of the person in a modal screen that fails or is aborted ends the bracket likewise, and the next one begins
+  /// at once for the rest of the action that opened the screen.
   virtual void BeginAction() = 0;
   enum class Outcome { kOk, kAborted, kFailed };
   virtual void EndAction(Outcome outcome) = 0;
@@ -58,6 +60,7 @@ class ActError : public std::runtime_error {
 class Desk : public ScreenSite {
  public:
   explicit Desk(DeskEnvironment& environment);
+  /// The program ends: destroys the screens still open, the last opened first, without their FormClose.
   ~Desk() override;
 
   // --- screens -----------------------------------------------------------------------------------------------
@@ -130,7 +133,11 @@ class Desk : public ScreenSite {
   std::optional<LookupRow> Pick(TPesquisa& lookup) override;
   void Press(Button& button) override;
 
-  /// Runs `act` as one action of a person: brackets, Abort, errors told. An action inside an action belongs to it.
+  /// Runs `act` as one action of a person: brackets, Abort, errors told. An action inside an action belongs to it: what
+  /// it throws goes on to the caller. Only where a modal screen waits for the person does an inner action end by
+  /// itself; the work it did becomes durable with the next wait, or with the outer action when it closed the screen.
+  /// After the outermost action the screens that asked to be closed go, and the focus asked for last moves; each is an
+  /// action of its own and does not change the result. Throws ActError on, everything undone.
   ActResult Run(std::string_view title, const std::function<void()>& act);
   bool InAction() const { return depth_ > 0; }
 

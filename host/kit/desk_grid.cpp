@@ -68,10 +68,15 @@ void Desk::EnterCell(Grid& grid) {
 
 // The program may have moved the row or the column since the person arrived: then this is another cell.
 void Desk::SyncCell(Grid& grid) {
-  const Impl::Cell& cell = impl_->cell;
-  const bool same =
-      cell.grid == &grid && cell.column == grid.SelectedColumn() && cell.row == grid.GetDataset().CurrentId();
-  if (!same) EnterCell(grid);
+  Impl::Cell& cell = impl_->cell;
+  const std::size_t row = grid.GetDataset().CurrentId();
+  if (cell.grid != &grid || cell.column != grid.SelectedColumn()) {
+    EnterCell(grid);
+  } else if (cell.row == 0) {
+    cell.row = row;  // the row came about around the person; the cell held nothing before
+  } else if (cell.row != row) {
+    EnterCell(grid);
+  }
 }
 
 void Desk::LeaveCell(Grid& grid, Key key) {
