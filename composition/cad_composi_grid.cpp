@@ -6,6 +6,23 @@
 #include "host/text.h"
 
 namespace composition {
+namespace {
+
+// All screens look materials up through one dataset, so the client's restriction is on it only meanwhile.
+class FilteredMeanwhile {
+ public:
+  FilteredMeanwhile(host::SharedDataset& dataset, std::string_view condition) : dataset_(dataset) {
+    dataset_.SetFilter(condition);
+  }
+  ~FilteredMeanwhile() { dataset_.SetFilter(""); }
+  FilteredMeanwhile(const FilteredMeanwhile&) = delete;
+  FilteredMeanwhile& operator=(const FilteredMeanwhile&) = delete;
+
+ private:
+  host::SharedDataset& dataset_;
+};
+
+}  // namespace
 
 void TFmCadComposi::DBGridKeyDown(host::Key key) {
   const std::string field = GrdComposi.SelectedField();
@@ -48,22 +65,13 @@ void TFmCadComposi::LeaveYarn() {
   TbComposi.Post();
   TbComposi.Edit();
   host::SharedDataset& materials = GetHost().GetTabela().Dataset("tbMateriais");
-  // All screens look materials up through this dataset, so the client's restriction is on it only meanwhile.
-  materials.SetFilter(pqMat.FilterText());
-  bool found = false;
-  try {
-    found = materials.Locate("CODIGO", {TbComposi["Codigo"].AsText()});
-  } catch (...) {
-    materials.SetFilter("");
-    throw;
-  }
-  if (found) {
+  const FilteredMeanwhile filtered(materials, pqMat.FilterText());
+  if (materials.Locate("CODIGO", {TbComposi["Codigo"].AsText()})) {
     TbComposi["Descricao"].Set(materials.FieldByName("DESCRICAO"));
     TbComposi["Custo"].Set(materials.FieldByName("REPOSICAO"));
     TbComposi["NE"].Set(materials.FieldByName("NE"));
+    return;
   }
-  materials.SetFilter("");
-  if (found) return;
   TbComposi["Codigo"].Set("");
   TbComposi["Custo"].Set(0);
   TbComposi["NE"].Set(0);
