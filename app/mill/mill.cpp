@@ -1,0 +1,84 @@
+#include "app/mill/mill.h"
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "app/embedded.h"
+#include "app/firebird/migrations.h"
+#include "app/mill/import.h"
+#include "app/mill/import_rules.h"
+#include "app/mill/passwords.h"
+#include "host/errors.h"
+
+namespace app::mill {
+namespace {
+
+constexpr std::string_view kAdministrator = "ADMIN";
+
+using DatabasePtr = std::unique_ptr<firebird::Database>;
+
+// Creates the file and hands it to `fill`; what cannot be filled is not left lying about.
+template <typename Fill>
+DatabasePtr CreateAndFill(const firebird::ConnectOptions& options, const Fill& fill) {
+  DatabasePtr database = firebird::Database::Create(options);
+  try {
+    fill(*database);
+  } catch (...) {
+    database.reset();
+    std::error_code ignored;
+    std::filesystem::remove(options.database, ignored);
+    throw;
+  }
+  return database;
+}
+
+void Prepare(firebird::Database& database, std::string_view admin_password) {
+  MigrateToCurrent(database);
+  SetPassword(database, kAdministrator, admin_password);
+}
+
+void CheckNotEmpty(std::string_view password) {
+  if (password.empty()) throw host::InputError("A senha do administrador não pode ficar vazia.");
+}
+
+const EmbeddedFile* FindDemoFile(const std::string& name) {
+  for (const auto& file : DemoFiles()) {
+    if (file.name == name) return &file;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void MigrateToCurrent(firebird::Database& database) {
+  std::vector<firebird::Migration> migrations;
+  for (const auto& file : SchemaFiles()) migrations.push_back({std::string(file.name), std::string(file.text)});
+  firebird::Migrate(database, migrations);
+}
+
+DatabasePtr InitDatabase(const firebird::ConnectOptions& options, std::string_view admin_password) {
+  CheckNotEmpty(admin_password);
+  return CreateAndFill(options, [&](firebird::Database& database) { Prepare(database, admin_password); });
+}
+
+DatabasePtr CreateDemo(const firebird::ConnectOptions& options, std::string_view admin_password) {
+  CheckNotEmpty(admin_password);
+  return CreateAndFill(options, [&](firebird::Database& database) {
+    Prepare(database, admin_password);
+    ImportDemo(database);
+  });
+}
+
+void ImportDemo(firebird::Database& database) {
+  for (const auto table : ImportOrder()) {
+    const std::string name = std::string(table) + ".csv";
+    const EmbeddedFile* file = FindDemoFile(name);
+    if (file == nullptr) continue;
+    const ImportResult result = Import(database, table, file->text);
+    if (!result.Ok()) throw host::InputError(name + ": " + result.errors.front());
+  }
+}
+
+}  // namespace app::mill

@@ -1,0 +1,17 @@
+// Passwords of the program's own users, for databases opened without a server.
+#pragma once
+
+#include <string_view>
+
+#include "app/firebird/database.h"
+
+namespace app::mill {
+
+/// Stores the user's password as an argon2 hash, durable at once. Throws host::InputError for an empty password and
+/// for a user who does not exist.
+void SetPassword(firebird::Database& database, std::string_view user, std::string_view password);
+
+/// True when the user exists, is active and this is the password. A user without password is refused.
+bool CheckPassword(firebird::Database& database, std::string_view user, std::string_view password);
+
+}  // namespace app::mill
