@@ -3,13 +3,24 @@
 #include <algorithm>
 
 #include "host/errors.h"
+#include "host/text.h"
 
 namespace app::firebird {
+namespace {
+
+bool IsBlock(std::string_view sql) {
+  const std::size_t start = sql.find_first_not_of(" \t\r\n");
+  constexpr std::string_view kWord = "EXECUTE";
+  return start != std::string_view::npos && host::SameName(sql.substr(start, kWord.size()), kWord);
+}
+
+}  // namespace
 
 Statement::Statement(Attachment& attachment, api::ITransaction* transaction, std::string_view sql)
     : attachment_(attachment), handle_(attachment.Prepare(transaction, sql)) {
   Status& status = attachment_.GetStatus();
   type_ = handle_->getType(&status);
+  block_ = IsBlock(sql);
   parameters_ = Layout(status, Ref<api::IMessageMetadata>(handle_->getInputMetadata(&status)));
   const Ref<api::IMessageMetadata> offered(handle_->getOutputMetadata(&status));
   if (offered->getCount(&status) > 0) output_ = OutputLayout(status, *offered.Get());

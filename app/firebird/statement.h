@@ -27,10 +27,10 @@ class Statement {
   Statement& operator=(const Statement&) = delete;
 
   /// True when it only reads: running it needs no undoing.
-  bool OnlyReads() const { return type_ == isc_info_sql_stmt_select; }
+  bool OnlyReads() const { return type_ == isc_info_sql_stmt_select && !block_; }
   /// True when running it leaves something that must be made durable; a row that is only held for this station must
   /// not.
-  bool Changes() const { return !IsCursor(); }
+  bool Changes() const { return !IsCursor() || block_; }
   /// True when it changes the database's structure.
   bool IsDefinition() const { return type_ == isc_info_sql_stmt_ddl; }
   /// True when it would end or begin a transaction behind the connection's back.
@@ -58,6 +58,7 @@ class Statement {
   Attachment& attachment_;
   Ref<api::IStatement> handle_;
   unsigned type_;
+  bool block_;  // EXECUTE BLOCK: the engine calls one that returns rows a SELECT, whatever it writes
   Layout parameters_;
   Layout output_;
   std::vector<Input> inputs_;  // few: one for each mix of text and native values met so far
