@@ -48,9 +48,10 @@ class Mill {
   void Insert(std::string_view table, const std::vector<std::pair<std::string, host::Value>>& values);
 
   // --- what was sent -------------------------------------------------------------------------------------------
-  /// Statements of the screens since the last call, line breaks and runs of blanks as one blank, physical table names
-  /// turned back into logical ones.
-  std::vector<std::string> TakeStatements();
+  /// Statements since the last call (the screens' and the services', not the test's own, savepoints and commits left
+  /// out), line breaks and runs of blanks as one blank, physical table names turned back into logical ones; only those
+  /// that contain the text given, the others are dropped.
+  std::vector<std::string> TakeStatements(std::string_view containing = {});
   /// The Nth statement from now (1 for the next) fails with a DatabaseError of this text.
   void FailStatement(int n, std::string_view text = "falha provocada");
   /// No statement fails any more; true when the planned failure happened.
@@ -82,7 +83,7 @@ class Mill {
   std::string fail_text_;
 };
 
-/// A small mill that most tests start from; see the .cpp for its figures.
+/// A small mill that most tests start from; small_mill.cpp lists its figures.
 void FillSmallMill(Mill& mill);
 
 }  // namespace test

@@ -1,0 +1,10 @@
+// Alone in its file, so that a test program's own definition takes its place.
+#include "support/module_under_test.h"
+
+#include "module/screens.h"
+
+namespace test {
+
+const host::Module& ModuleUnderTest() { return tecelagem::ScreenList(); }
+
+}  // namespace test
