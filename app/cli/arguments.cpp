@@ -1,0 +1,148 @@
+#include "app/cli/arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace app::cli {
+namespace {
+
+constexpr const char* kPasswordVariable = "TECELAGEM_PASSWORD";
+constexpr const char* kSeeHelp = " (veja tecelagem --help)";
+
+// The library's words in the language of the program.
+class Formatter : public CLI::Formatter {
+ public:
+  Formatter() {
+    label("Positionals", "Argumentos");
+    label("REQUIRED", "");
+    column_width(26);
+  }
+
+  std::string make_usage(const CLI::App* app, std::string name) const override {
+    std::string text = "Uso: " + name;
+    if (app->get_parent() == nullptr) return text + " COMANDO [OPÇÕES]\n";
+    for (const CLI::Option* option : app->get_options()) {
+      if (option->get_positional()) text += " " + option->get_name(true, false);
+    }
+    return text + " [OPÇÕES]\n";
+  }
+};
+
+void AddHelp(CLI::App& app) { app.set_help_flag("-h,--help", "Mostra esta ajuda e termina")->group("Opções"); }
+
+CLI::App* AddCommand(CLI::App& app, const char* name, const char* description) {
+  CLI::App* command = app.add_subcommand(name, description);
+  command->group("Comandos");
+  AddHelp(*command);
+  return command;
+}
+
+void AddArgument(CLI::App& command, const char* name, std::string& value, const char* description) {
+  command.add_option(name, value, description)->required()->option_text(" ");
+}
+
+void AddOptions(CLI::App& command, Arguments& arguments, std::string& password) {
+  command.option_defaults()->group("Opções");
+  command
+      .add_option("--database", arguments.database,
+                  "Arquivo do banco de dados, ou servidor/porta:caminho de um servidor")
+      ->required()
+      ->option_text("BANCO");
+  command.add_option("--user", arguments.user, "Usuário que trabalha (padrão ADMIN)")->option_text("NOME");
+  command
+      .add_option("--password", password,
+                  std::string("Senha do usuário; na falta, vale a variável ") + kPasswordVariable)
+      ->envname(kPasswordVariable)
+      ->option_text("SENHA");
+  command.add_option("--company", arguments.company, "Empresa, sufixo das tabelas (padrão 001)")->option_text("NNN");
+  command.add_flag(
+      "--no-statement-cache", [&arguments](std::int64_t) { arguments.statement_cache = false; },
+      "Envia os comandos ao banco como foram escritos, sem reaproveitá-los");
+}
+
+// What the library says in English, told as one Portuguese line.
+std::string Explain(const CLI::ParseError& error) {
+  const std::string text = error.what();
+  const auto after = [&text](std::string_view mark) {
+    const auto at = text.find(mark);
+    return at == std::string::npos ? text : text.substr(at + mark.size());
+  };
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) return "argumento desconhecido: " + after("expected: ");
+  if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+    return "falta o argumento " + text.substr(0, text.find(" is required"));
+  }
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    return "falta o valor de " + text.substr(0, text.find(':'));
+  }
+  if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
+    return "valor inválido: " + after("Could not convert: ");
+  }
+  return text;
+}
+
+// A word that is no command, before any command was recognised; the library would only speak of an argument.
+std::string UnknownCommand(const CLI::App& app, int count, const char* const* values) {
+  if (count < 2 || values[1][0] == '-') return {};
+  for (const CLI::App* command : app.get_subcommands({})) {
+    if (command->get_name() == values[1]) return {};
+  }
+  return values[1];
+}
+
+}  // namespace
+
+std::optional<Arguments> ReadArguments(int count, const char* const* values) {
+  Arguments arguments;
+  std::string password;
+  CLI::App app("Tecelagem: ordens, reservas de fio, baixas e estoque de malha de uma tecelagem.", "tecelagem");
+  app.formatter(std::make_shared<Formatter>());
+  AddHelp(app);
+  app.require_subcommand(0, 1);
+
+  struct Entry {
+    CLI::App* command;
+    Command kind;
+  };
+  CLI::App* init = AddCommand(app, "init", "Cria um banco de dados vazio, pronto para uma empresa");
+  CLI::App* demo = AddCommand(app, "demo", "Cria um banco de dados com uma tecelagem de demonstração");
+  CLI::App* import = AddCommand(app, "import", "Lê um arquivo CSV para uma tabela: tudo ou nada");
+  CLI::App* script = AddCommand(app, "script", "Faz o trabalho de uma pessoa nas telas, escrito em JavaScript");
+  CLI::App* check = AddCommand(app, "check", "Confere os livros e nomeia cada linha que não fecha");
+  CLI::App* version = AddCommand(app, "version", "Mostra a versão do programa e do módulo das telas");
+  AddArgument(*import, "TABELA", arguments.table, "Nome da tabela, sem o sufixo da empresa (MATERIAL)");
+  AddArgument(*import, "ARQUIVO", arguments.file, "Arquivo .csv, com os nomes das colunas na primeira linha");
+  AddArgument(*script, "ARQUIVO", arguments.file, "Arquivo .js");
+  for (CLI::App* command : {init, demo, import, script, check}) AddOptions(*command, arguments, password);
+  script->add_option("--timeout", arguments.timeout, "Termina o script que passar deste tempo (padrão: sem limite)")
+      ->option_text("SEGUNDOS");
+
+  const std::string unknown = UnknownCommand(app, count, values);
+  if (!unknown.empty()) throw UsageError{"comando desconhecido: " + unknown + kSeeHelp};
+  try {
+    app.parse(count, values);
+  } catch (const CLI::CallForHelp&) {
+    std::cout << app.help();
+    return std::nullopt;
+  } catch (const CLI::ParseError& error) {
+    throw UsageError{Explain(error) + kSeeHelp};
+  }
+  if (app.get_subcommands().empty()) throw UsageError{std::string("falta o comando") + kSeeHelp};
+
+  if (!(arguments.timeout >= 0)) throw UsageError{std::string("valor inválido: --timeout") + kSeeHelp};
+
+  const CLI::App* chosen = app.get_subcommands().front();
+  for (const Entry& entry :
+       {Entry{init, Command::kInit}, Entry{demo, Command::kDemo}, Entry{import, Command::kImport},
+        Entry{script, Command::kScript}, Entry{check, Command::kCheck}, Entry{version, Command::kVersion}}) {
+    if (entry.command == chosen) arguments.command = entry.kind;
+  }
+  for (CLI::App* command : {init, demo, import, script, check}) {
+    if (command == chosen && command->count("--password") > 0) arguments.password = password;
+  }
+  return arguments;
+}
+
+}  // namespace app::cli

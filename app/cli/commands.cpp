@@ -1,0 +1,148 @@
+#include "app/cli/commands.h"
+
+#include <chrono>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "app/application.h"
+#include "app/books/check.h"
+#include "app/cli/module_loader.h"
+#include "app/cli/terminal.h"
+#include "app/mill/import.h"
+#include "app/mill/mill.h"
+#include "app/mill/passwords.h"
+#include "app/operator/scripted_person.h"
+#include "app/script/driver.h"
+#include "host/errors.h"
+
+namespace app::cli {
+namespace {
+
+// The demonstration mill is for everyone to try.
+constexpr const char* kDemoPassword = "demo";
+// A longer limit than this is none; more milliseconds could not be counted.
+constexpr double kLongestTimeout = 1e9;
+
+firebird::ConnectOptions Connection(const Arguments& arguments) {
+  firebird::ConnectOptions options;
+  options.database = arguments.database;
+  options.user = arguments.user;
+  options.password = arguments.password.value_or("");
+  options.company = arguments.company;
+  options.statement_cache = arguments.statement_cache;
+  return options;
+}
+
+// "host/port:path" or "host:path" reaches a server; a drive letter does not.
+bool IsServer(const std::string& database) { return database.find(':', 2) != std::string::npos; }
+
+std::string ReadFile(const std::string& file) {
+  std::error_code ignored;
+  if (std::filesystem::is_directory(file, ignored)) throw host::InputError(file + " é uma pasta.");
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream) throw host::InputError("O arquivo " + file + " não existe ou não pode ser lido.");
+  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+std::unique_ptr<firebird::Database> OpenCurrent(const Arguments& arguments) {
+  auto database = firebird::Database::Open(Connection(arguments));
+  mill::MigrateToCurrent(*database);
+  return database;
+}
+
+// Whoever can open the file of an embedded database can already read and write all of it: there, a password is checked
+// when one is given. A server has asked for it before.
+void CheckPerson(firebird::Database& database, const Arguments& arguments) {
+  if (IsServer(arguments.database) || !arguments.password) return;
+  if (!mill::CheckPassword(database, arguments.user, *arguments.password)) {
+    throw host::InputError("Senha errada para o usuário " + arguments.user + ".");
+  }
+}
+
+int Init(const Arguments& arguments) {
+  std::optional<std::string> password = arguments.password;
+  if (!password) password = AskPassword("Senha do administrador ADMIN: ");
+  if (!password) throw host::InputError("Falta a senha do administrador: use --password ou TECELAGEM_PASSWORD.");
+  mill::InitDatabase(Connection(arguments), *password);
+  std::cout << "Banco de dados " << arguments.database << " criado. Usuário: ADMIN." << std::endl;
+  return 0;
+}
+
+int Demo(const Arguments& arguments) {
+  const std::string password = arguments.password.value_or(kDemoPassword);
+  mill::CreateDemo(Connection(arguments), password);
+  std::cout << "Tecelagem de demonstração criada em " << arguments.database << ". Usuário: ADMIN";
+  if (!arguments.password) std::cout << ", senha: " << kDemoPassword;
+  std::cout << "." << std::endl;
+  return 0;
+}
+
+int Import(const Arguments& arguments) {
+  const std::string text = ReadFile(arguments.file);
+  const auto database = OpenCurrent(arguments);
+  CheckPerson(*database, arguments);
+  const mill::ImportResult result = mill::Import(*database, arguments.table, text);
+  for (const std::string& error : result.errors) std::cerr << arguments.file << ": " << error << std::endl;
+  if (!result.Ok()) return 1;
+  std::cout << result.rows << " linha(s) de " << arguments.file << " em " << arguments.table << "." << std::endl;
+  return 0;
+}
+
+int Script(const Arguments& arguments) {
+  const std::string source = ReadFile(arguments.file);
+  // The module first: without screens the database is not even opened.
+  const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
+  ScriptedPerson person;
+  ApplicationOptions options;
+  options.connect = Connection(arguments);
+  options.user = arguments.user;
+  const auto application = Application::Start(options, module.Get(), person);
+  CheckPerson(application->GetDatabase(), arguments);
+  const double seconds = std::min(arguments.timeout, kLongestTimeout);
+  const std::chrono::milliseconds timeout(static_cast<std::int64_t>(std::ceil(seconds * 1000)));
+  const auto result = script::Run(*application, person, source, {arguments.file, timeout, std::cout, std::cerr});
+  if (!result.ok) std::cerr << result.error << std::endl;
+  return result.ok ? 0 : 1;
+}
+
+int Check(const Arguments& arguments) {
+  const auto database = OpenCurrent(arguments);
+  CheckPerson(*database, arguments);
+  return books::Check(*database, std::cout);
+}
+
+int Version() {
+  std::cout << "tecelagem " << TECELAGEM_VERSION << std::endl;
+  const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
+  std::cout << "módulo das telas: contrato " << module.Get().contract_version << ", " << module.Get().screen_count
+            << " telas" << std::endl;
+  return 0;
+}
+
+}  // namespace
+
+int Carry(const Arguments& arguments) {
+  switch (arguments.command) {
+    case Command::kInit:
+      return Init(arguments);
+    case Command::kDemo:
+      return Demo(arguments);
+    case Command::kImport:
+      return Import(arguments);
+    case Command::kScript:
+      return Script(arguments);
+    case Command::kCheck:
+      return Check(arguments);
+    case Command::kVersion:
+      return Version();
+  }
+  return 2;
+}
+
+}  // namespace app::cli

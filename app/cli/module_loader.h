@@ -1,0 +1,35 @@
+// Loads the screens' module. All that differs between systems in loading a library stands in module_loader.cpp.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "host/module.h"
+
+namespace app::cli {
+
+/// The module's library, loaded as long as the object lives; everything made by its screens must be gone before.
+class LoadedModule {
+ public:
+  /// Throws host::InputError, one sentence, when the file is missing, is no library, lacks the module's entry or
+  /// speaks another contract version; nothing stays loaded then.
+  static LoadedModule Load(const std::filesystem::path& file);
+
+  const host::Module& Get() const { return *module_; }
+
+ private:
+  struct CloseLibrary {
+    void operator()(void* library) const;
+  };
+  using Library = std::unique_ptr<void, CloseLibrary>;
+
+  LoadedModule(Library library, const host::Module& module) : library_(std::move(library)), module_(&module) {}
+
+  Library library_;
+  const host::Module* module_;
+};
+
+/// Where the module belongs: beside the running program.
+std::filesystem::path ModuleFileBesideProgram();
+
+}  // namespace app::cli

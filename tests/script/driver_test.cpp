@@ -1,0 +1,293 @@
+// The script driver on toy screens: every name a script knows, and every way a script can fail.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "toy.h"
+
+namespace {
+
+using test::ToyDesk;
+
+constexpr const char* kOpen = "const s = open('TfmBrinquedo');\n";
+
+class ScriptDriver : public ::testing::Test {
+ protected:
+  // What the script printed; a failing script fails the test.
+  std::string Printed(const std::string& source) {
+    const auto result = desk_.Run(kOpen + source);
+    EXPECT_TRUE(result.ok) << result.error;
+    return desk_.output.str();
+  }
+  // The one line that a failing script leaves.
+  std::string Error(const std::string& source) {
+    const auto result = desk_.Run(source);
+    EXPECT_FALSE(result.ok);
+    EXPECT_EQ(result.error.find('\n'), std::string::npos) << result.error;
+    return result.error;
+  }
+
+  ToyDesk desk_;
+};
+
+TEST_F(ScriptDriver, TypesAndReadsInputs) {
+  EXPECT_EQ(Printed(R"(
+    s.type("EdtNome", "Água");
+    s.type("EdtPeso", 12.5);
+    s.type("EdtRolos", 3);
+    s.type("EdtData", "2026-03-10");
+    print(s.text("EdtNome"), s.text("LblNome"), s.text("EdtPeso"), s.text("EdtData"));
+    print(s.value("EdtNome"), s.value("EdtPeso") === 12.5, s.value("EdtRolos") === 3, s.value("EdtData"));
+    s.type("EdtData", null);
+    print(s.value("EdtData") === null);
+    s.type("EdtData", "31/12/2026");
+    print(s.value("EdtData"));
+  )"),
+            "Água nome: Água 12,500 10/03/2026\nÁgua true true 2026-03-10\ntrue\n2026-12-31\n");
+}
+
+TEST_F(ScriptDriver, NumbersKeepTheirPrecisionWhenTyped) {
+  EXPECT_EQ(Printed("s.type('EdtPeso', 0.1 + 0.2); print(s.value('EdtPeso') === 0.1 + 0.2, s.text('EdtPeso'));"),
+            "true 0,300\n");
+}
+
+TEST_F(ScriptDriver, SingleStepsKeepTheFocus) {
+  EXPECT_EQ(Printed(R"(
+    print(s.focused());
+    s.enter("EdtPeso"); print(s.focused());
+    s.leave("EdtNome"); print(s.focused());
+    s.leave("EdtPeso"); print(s.focused());
+    s.enter("TbItens"); print(s.focused()); s.leave();
+  )"),
+            "null\nEdtPeso\nEdtPeso\nnull\nGrdItens\n");
+}
+
+TEST_F(ScriptDriver, ARefusedExitIsFalseAndTellsItsMessage) {
+  EXPECT_EQ(
+      Printed(R"(
+    print(s.type("EdtNome", "ruim"));
+    print(messages());
+    print(messages().length, s.focused());
+    print(s.type("EdtNome", "bom"));
+  )"),
+      "false\n[{\"title\":\"Brinquedo\",\"text\":\"Nome inválido.\",\"icon\":\"information\"}]\n0 EdtNome\ntrue\n");
+}
+
+TEST_F(ScriptDriver, TextTooLongIsRefused) {
+  EXPECT_EQ(Printed("print(s.type('EdtNome', 'x'.repeat(11)), messages().length, JSON.stringify(s.text('EdtNome')));"),
+            "false 1 \"\"\n");
+}
+
+TEST_F(ScriptDriver, TicksChoosesAndTurnsPages) {
+  EXPECT_EQ(Printed(R"(
+    print(s.checked("CbTodos"), s.check("CbTodos"), s.value("CbTodos"), s.check("CbTodos", false), s.checked("CbTodos"));
+    print(s.value("RgSituacao"), s.choose("RgSituacao", "Baixados"), s.text("RgSituacao"));
+    print(s.choose("PgAbas", "Manutenção"), s.text("PgAbas"));
+    print(s.enabled("BtnFechado"), s.enabled("BtnDobra"), s.visible("BtnDobra"), s.enabled("TbItens"));
+  )"),
+            "false true true true false\nPendentes true Baixados\ntrue Manutenção\nfalse true true true\n");
+}
+
+TEST_F(ScriptDriver, ClicksAndMenus) {
+  EXPECT_EQ(Printed(R"(
+    s.type("EdtPeso", 2.25); s.click("BtnDobra"); print(s.value("EdtPeso"));
+    s.append("TbItens", {Codigo: "A"});
+    s.menu("Contar Linhas"); print(messages()[0].text);
+    print(s.click("BtnRecusa"), messages()[0].text);
+  )"),
+            "4.5\n1 linhas\nfalse Não pode.\n");
+}
+
+TEST_F(ScriptDriver, RowsOfAGrid) {
+  EXPECT_EQ(
+      Printed(R"(
+    s.append("TbItens", {Codigo: "A", Qtde: 1.5, Entrega: "2026-01-31"});
+    s.append("TbItens", {Codigo: "B", Qtde: 2});
+    print(s.rows("TbItens"));
+    s.select("TbItens", {Codigo: "A", Qtde: 1.5}); s.set("TbItens", {Qtde: 3});
+    s.select("TbItens", 1); s.set("TbItens", {Entrega: "05/02/2026"});
+    print(s.rows("GrdItens"));
+    s.select("TbItens", {Entrega: "2026-01-31"}); s.remove("TbItens");
+    print(s.rows("TbItens").length, s.rows("TbItens")[0].Codigo);
+    s.dblclick("TbItens"); print(messages()[0].text);
+  )"),
+      R"([{"Codigo":"A","Qtde":1.5,"Entrega":"2026-01-31","100":null},{"Codigo":"B","Qtde":2,"Entrega":null,"100":null}])"
+      "\n"
+      R"([{"Codigo":"A","Qtde":3,"Entrega":"2026-01-31","100":null},{"Codigo":"B","Qtde":2,"Entrega":"2026-02-05","100":null}])"
+      "\n1 B\nduplo em B\n");
+}
+
+TEST_F(ScriptDriver, AListOfPairsKeepsTheOrderOfCells) {
+  // The column "100" would come first in an object; the refused code must come before it.
+  EXPECT_EQ(Printed(R"(
+    print(s.append("TbItens", [["Codigo", "X"], ["100", "azul"]]));
+    print(messages()[0].text, JSON.stringify(s.rows("TbItens")[0]["100"]));
+    s.key("Escape");
+    print(s.rows("TbItens").length);
+    s.append("TbItens", [["Codigo", "C"], ["100", "azul"]]);
+    print(s.rows("TbItens")[0]["100"]);
+  )"),
+            "false\nCódigo X não existe. null\n0\nazul\n");
+}
+
+TEST_F(ScriptDriver, ACellCanBeTypedWithoutBeingLeft) {
+  EXPECT_EQ(Printed(R"(
+    s.cell("TbItens", "Codigo", "X"); print(messages().length);
+    print(s.cell("TbItens", "Qtde"), messages()[0].text);
+  )"),
+            "0\nfalse Código X não existe.\n");
+}
+
+TEST_F(ScriptDriver, AnswersServeOnceAndByText) {
+  EXPECT_EQ(Printed(R"(
+    answer("Deseja excluir", "yes"); answer("Deseja excluir", false);
+    s.click("BtnPergunta"); s.click("BtnPergunta");
+    print(messages().map(m => m.text).join("|"));
+  )"),
+            "Deseja excluir tudo?|sim|Deseja excluir tudo?|não\n");
+  EXPECT_EQ(desk_.notes.str(), "");
+}
+
+TEST_F(ScriptDriver, AQuestionNobodyExpectedGetsNoAndIsTold) {
+  EXPECT_EQ(Printed("s.click('BtnPergunta'); print(messages()[1].text);"), "não\n");
+  EXPECT_EQ(desk_.notes.str(), "sem resposta preparada: pergunta \"Deseja excluir tudo?\"\n");
+}
+
+TEST_F(ScriptDriver, LookupsByKeyAndByName) {
+  EXPECT_EQ(Printed(R"(
+    lookup("PqNome", "0002"); s.enter("EdtNome"); s.key("F4"); print(s.text("EdtNome"));
+    lookup("PqNome", "0001"); s.search("PqNome"); print(s.text("EdtNome"));
+  )"),
+            "0002\n0001\n");
+}
+
+TEST_F(ScriptDriver, ActsOnAModalScreen) {
+  EXPECT_EQ(Printed(R"(
+    modal("TfmAjuda", h => { print(h.name, screen("fmAjuda") === h); h.type("EdtResposta", "42"); h.click("BtnOk"); });
+    s.click("BtnAjuda");
+    print(s.text("EdtNome"), screen("fmAjuda"));
+  )"),
+            "fmAjuda true\n42 null\n");
+}
+
+TEST_F(ScriptDriver, AScreenIsOneObjectUntilItIsClosed) {
+  EXPECT_EQ(Printed(R"(
+    print(open("TfmBrinquedo") === s, screen("fmBrinquedo") === s, screen("TfmBrinquedo") === s, screen("fmOutra"));
+    print(s.close(), screen("fmBrinquedo"));
+    try { s.text("EdtNome"); } catch (e) { print(e.message); }
+  )"),
+            "true true true null\ntrue null\na tela TfmBrinquedo já foi fechada\n");
+}
+
+TEST_F(ScriptDriver, ClockFormatAndJobs) {
+  EXPECT_EQ(Printed(R"(
+    print(clock("2026-03-10 22:15:00"), clock());
+    print(format(1234.5, "0.000"), format(2.005, "0.00"), format(3, "0"));
+    print(jobs());
+  )"),
+            "2026-03-10 22:15:00 2026-03-10 22:15:00\n1234,500 2,01 3\n[]\n");
+}
+
+// --- ways to fail ------------------------------------------------------------------------------------------------
+
+TEST_F(ScriptDriver, ErrorsNameFileAndLine) {
+  EXPECT_EQ(Error("\n\n  throw new Error('acabou\\naqui')"), "teste.js:3: acabou aqui");
+  EXPECT_EQ(Error("let a = 1;\nb.c = 2"), "teste.js:2: ReferenceError: b is not defined");
+  EXPECT_EQ(Error("let a = 1;\nlet b = ;").substr(0, 24), "teste.js:2: SyntaxError:");
+  EXPECT_EQ(Error("\nthrow 'texto'"), "teste.js:2: texto");
+}
+
+TEST_F(ScriptDriver, APlaceIsTheScriptsOwnLine) {
+  const std::string open = kOpen;
+  EXPECT_EQ(Error(open + "function f() {\n  s.click('BtnNada');\n}\nf();"),
+            "teste.js:3: não há componente \"BtnNada\" na tela TfmBrinquedo");
+}
+
+TEST_F(ScriptDriver, WhatAPersonCannotDoIsAnError) {
+  const std::string open = kOpen;
+  EXPECT_EQ(Error(open + "s.click('BtnFechado')"), "teste.js:2: BtnFechado está desabilitado");
+  EXPECT_EQ(Error(open + "s.click('EdtNome')"),
+            "teste.js:2: o componente \"EdtNome\" na tela TfmBrinquedo não é um botão");
+  EXPECT_EQ(Error(open + "s.rows('TbNada')"), "teste.js:2: nenhuma grade mostra \"TbNada\" na tela TfmBrinquedo");
+  EXPECT_EQ(Error(open + "s.append('TbItens', {Escondido: 'x'})"),
+            "teste.js:2: a grade de \"TbItens\" não mostra \"Escondido\"");
+  EXPECT_EQ(Error(open + "s.select('TbItens', {Codigo: 'Z'})"),
+            "teste.js:2: a grade de \"TbItens\" não tem linha {Codigo: Z}");
+  EXPECT_EQ(Error(open + "s.select('TbItens', 0)"), "teste.js:2: a grade de \"TbItens\" não tem a linha 0");
+  EXPECT_EQ(Error(open + "s.key('F13')"), "teste.js:2: tecla desconhecida: F13");
+  EXPECT_EQ(Error("open('TfmNada')"), "teste.js:1: Tela desconhecida: TfmNada.");
+}
+
+TEST_F(ScriptDriver, ValuesThatNobodyCanType) {
+  const std::string open = kOpen;
+  EXPECT_EQ(Error(open + "s.type('EdtPeso', 1/0)"), "teste.js:2: número inválido: Infinity");
+  EXPECT_EQ(Error(open + "s.type('EdtPeso', 0/0)"), "teste.js:2: número inválido: NaN");
+  EXPECT_EQ(Error(open + "s.type('EdtNome')"), "teste.js:2: valor não informado (undefined)");
+  EXPECT_EQ(Error(open + "clock('ontem')"), "teste.js:2: clock quer \"AAAA-MM-DD HH:MM:SS\", veio \"ontem\"");
+  EXPECT_EQ(Error("modal('TfmAjuda', 1)"),
+            "teste.js:1: TypeError: modal precisa de uma função: modal(tela, s => { ... })");
+}
+
+TEST_F(ScriptDriver, AnUncaughtErrorOfTheProgramIsAnException) {
+  const std::string open = kOpen;
+  EXPECT_EQ(Error(open + "s.click('BtnFalha')"), "teste.js:2: o disco caiu");
+  EXPECT_EQ(Printed("try { s.click('BtnFalha'); } catch (e) { print('pego'); } print(messages()[0].icon);"),
+            "pego\nerror\n");
+}
+
+TEST_F(ScriptDriver, AssertionsFailEvenWhenCaught) {
+  EXPECT_EQ(Error("assert(1 === 1);\nassert(1 > 2, 'um não é maior')"), "teste.js:2: um não é maior");
+  EXPECT_EQ(Error("\nassertEqual(2, '2', 'dois')"), "teste.js:2: dois: veio 2, esperava \"2\"");
+  EXPECT_EQ(Error("try { assert(false, 'escondida'); } catch (e) {}"), "teste.js: escondida");
+  EXPECT_EQ(Printed("assertEqual([{a: 1}], [{a: 1}]); assertEqual(null, null); assertEqual(0.5, 0.5); print('fim');"),
+            "fim\n");
+  EXPECT_NE(Error("assertEqual(undefined, null)"), "");
+  EXPECT_NE(Error("assertEqual([1], [2])"), "");
+}
+
+TEST_F(ScriptDriver, WhatWasPreparedAndNeverAskedForFails) {
+  EXPECT_EQ(Error("answer('Deseja', 'yes')"), "teste.js: preparado e nunca pedido: resposta \"yes\" a \"Deseja\"");
+}
+
+TEST_F(ScriptDriver, AThrowInsideAModalScreenEndsTheScriptAtItsOwnLine) {
+  const std::string open = kOpen;
+  EXPECT_EQ(Error(open + "modal('TfmAjuda', h => {\n  h.click('BtnNada');\n});\ns.click('BtnAjuda');\nprint('tarde');"),
+            "teste.js:3: não há componente \"BtnNada\" na tela TfmAjuda");
+  EXPECT_EQ(desk_.output.str(), "");
+  EXPECT_EQ(desk_.application.GetDesk().Modal(), nullptr);
+}
+
+TEST_F(ScriptDriver, AThrownNumberInsideAModalScreenIsNotLost) {
+  const std::string open = kOpen;
+  EXPECT_EQ(Error(open + "modal('TfmAjuda', h => { throw 5; });\ns.click('BtnAjuda');").substr(0, 9), "teste.js:");
+  EXPECT_EQ(Printed("modal('TfmAjuda', h => { throw 5; }); try { s.click('BtnAjuda'); } catch (e) { print(e); }"),
+            "5\n");
+}
+
+TEST_F(ScriptDriver, OtherScreensWaitForTheModalOne) {
+  const std::string open = kOpen;
+  EXPECT_EQ(Error(open + "modal('TfmAjuda', h => { s.click('BtnDobra'); });\ns.click('BtnAjuda');"),
+            "teste.js:2: a tela \"Ajuda\" espera ser fechada");
+}
+
+TEST_F(ScriptDriver, AnEndlessLoopIsEnded) {
+  const auto start = std::chrono::steady_clock::now();
+  const auto result = desk_.Run("while (true) {}", std::chrono::milliseconds(200));
+  EXPECT_FALSE(result.ok);
+  EXPECT_EQ(result.error, "teste.js: o tempo de 0.2 s acabou");
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+}
+
+TEST_F(ScriptDriver, AnEndlessLoopInAModalScreenIsEnded) {
+  const auto result =
+      desk_.Run(std::string(kOpen) + "modal('TfmAjuda', h => { while (true) {} }); s.click('BtnAjuda');",
+                std::chrono::milliseconds(200));
+  EXPECT_EQ(result.error, "teste.js: o tempo de 0.2 s acabou");
+}
+
+TEST_F(ScriptDriver, ALimitThatIsNotReachedDoesNothing) {
+  EXPECT_TRUE(desk_.Run("print(1)", std::chrono::seconds(30)).ok);
+}
+
+}  // namespace
