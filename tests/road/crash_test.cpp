@@ -42,7 +42,7 @@ class Crash : public testing::TestWithParam<const char*> {
       test::FillSmallMill(mill);
       mill.SetClock("2026-03-09 10:00:00");
       order_ = test::SaveOrder(mill, test::SmallMillOrder(200));
-      host::Screen& screen = test::OpenWriteOff(mill, order_, "D1");
+      host::Screen& screen = test::OpenWriteOff(mill, order_, "DF");
       EXPECT_EQ(test::ConfirmRoll(mill, screen, 20), host::ActResult::kDone);
       EXPECT_EQ(mill.Messages(), std::vector<std::string>{});
       base_ = mill.Path() + ".base";
@@ -87,7 +87,7 @@ TEST_P(Crash, LeavesTheActionWholeOrAbsent) {
   std::string last;
   for (int n = 1;; ++n) {
     Fresh();
-    const test::Ended ended = test::Station({"die", GetParam(), copy_, order_, "D1", std::to_string(n)}).Wait();
+    const test::Ended ended = test::Station({"die", GetParam(), copy_, order_, "DF", std::to_string(n)}).Wait();
     last = State(off);
     EXPECT_EQ(off, std::vector<std::string>{}) << "killed before statement " << n;
     if (!ended.killed) {

@@ -23,8 +23,8 @@ TEST(Stations, WriteTheirRollsOnOneOrderWithoutMeeting) {
   const std::string order = test::SaveOrder(mill, plan);
   const double roll = 0.25;
 
-  test::Station one({"rolls", mill.Path(), order, "D1", std::to_string(kRolls), "0.25"});
-  test::Station two({"rolls", mill.Path(), order, "D1", std::to_string(kRolls), "0.25"});
+  test::Station one({"rolls", mill.Path(), order, "DF", std::to_string(kRolls), "0.25"});
+  test::Station two({"rolls", mill.Path(), order, "DF", std::to_string(kRolls), "0.25"});
   const test::Ended first = one.Wait();
   const test::Ended second = two.Wait();
   EXPECT_EQ(first.exit_code, 0) << first.output;

@@ -58,6 +58,19 @@ void Reserve(Mill& mill, host::Screen& screen, const Reservation& lot) {
 
 }  // namespace
 
+OrderPlan SmallMillOrder(double quantity) {
+  const double first_yarn = quantity * 0.6;
+  const double first_lot = first_yarn * 5 / 6;
+  return {"M00001",
+          "DF",
+          "F1",
+          "01",
+          quantity,
+          {{"Y1", "CR", "D1", "L1", first_lot},
+           {"Y1", "CR", "D1", "L2", first_yarn - first_lot},
+           {"Y2", "CR", "D1", "L1", quantity * 0.4}}};
+}
+
 std::string SaveBareOrder(Mill& mill, const OrderPlan& plan) {
   host::Screen& screen = TypeOrder(mill, plan);
   const std::string number = mill.Text(screen, "EdtNumero");

@@ -28,6 +28,10 @@ struct OrderPlan {
   std::vector<Reservation> reservations;
 };
 
+/// An order of the small mill: fabric F1 in colour 01 for M00001, its yarn reserved in three lots (Y1 60 %, five sixths
+/// of it from L1 and the rest from L2; Y2 40 %). At most 200 kg, for which the small mill holds yarn.
+OrderPlan SmallMillOrder(double quantity);
+
 /// Types a new order and saves it, loads it again, reserves its yarn and saves it once more. Its number. Throws
 /// std::runtime_error with the boxes shown when an act was refused.
 std::string SaveOrder(Mill& mill, const OrderPlan& plan);

@@ -22,7 +22,7 @@ namespace {
 
 constexpr const char* kMoment = "2026-03-10 10:00:00";
 
-test::OrderPlan Plan(double quantity) { return {"M00001", "D1", "F1", "01", quantity, {}}; }
+test::OrderPlan Plan(double quantity) { return {"M00001", "DF", "F1", "01", quantity, {}}; }
 
 int Told(test::Mill& mill) {
   const auto boxes = mill.Messages();
