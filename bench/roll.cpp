@@ -1,0 +1,179 @@
+// What one confirmed roll with three reserved yarn lots costs, beside the floor: the same rows written by prepared
+// statements and one commit.
+//
+//   bench_roll [ROLLS]    on a database that already holds ROLLS rolls (made once, kept in the build folder)
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/mill/mill.h"
+#include "app/mill/volume.h"
+#include "bench/timing.h"
+#include "support/mill.h"
+#include "support/road.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kWarmUp = 20;
+constexpr int kCounted = 200;
+constexpr double kRoll = 0.25;
+
+// The mill with that many rolls; an existing file is used again.
+std::string VolumeDatabase(std::int64_t rolls) {
+  const std::string path = std::string(TECELAGEM_BINARY_DIR) + "/volume_" + std::to_string(rolls) + ".fdb";
+  if (fs::exists(path)) return path;
+  const std::string half_made = path + ".part";
+  fs::remove(half_made);
+  app::firebird::ConnectOptions options;
+  options.database = half_made;
+  const double seconds = bench::Milliseconds([&] {
+                           auto database = app::mill::CreateDemo(options, "bench");
+                           if (rolls > 0) app::mill::GenerateVolume(*database, rolls);
+                           database->MakeDurable();
+                         }) /
+                         1000;
+  fs::rename(half_made, path);
+  std::cout << "made " << path << " in " << seconds << " s\n";
+  return path;
+}
+
+// The rows of one roll, as somebody would write them who only wanted the rows.
+class Floor {
+ public:
+  explicit Floor(app::firebird::Database& database, std::string order)
+      : database_(database), order_(std::move(order)) {}
+
+  void WriteRoll(int number) {
+    database_.BeginAction();
+    for (const auto& lot : kLots) TakeYarn(lot, number);
+    const std::string fabric_lot = order_ + std::to_string(number);
+    Move("F1", "01", "DF", fabric_lot, kRoll, "N");
+    database_.Execute(
+        "INSERT INTO {MAT_ITEN} (CODIGO, COR, DEPOSITO, LOTE, QTDE, PRECO_MED, LOCAL) VALUES (?, ?, ?, ?, ?, ?, ?)",
+        {"F1", "01", "DF", fabric_lot, kRoll, 26.5, ""});
+    database_.Execute("UPDATE {MATERIAL} SET PRECO = ?, CUSTO_IMP = ? WHERE CODIGO = ?", {26.5, 2.4, "F1"});
+    database_.Execute("UPDATE {TECEL_ITEN} SET QTDE_B = QTDE_B + ? WHERE NUMERO = ? AND CODIGO = ? AND COR = ?",
+                      {kRoll, order_, "F1", "01"});
+    database_.Execute(
+        "INSERT INTO {TECELB} (NUMERO, CODIGO, ORDEM, DT_LAN, QTDE, NF_RET, DEPOSITO, MAQUINA, FUNCIONARIO, COR, "
+        "TURNO, "
+        "NF_COB, QTDE_R, LOTE, LOCAL, PEDIDO) VALUES (?, ?, ?, CURRENT_DATE, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        {order_, "F1", number, kRoll, "", "DF", "", "", "01", "", "", 0, fabric_lot, "", ""});
+    database_.Execute(
+        "INSERT INTO TEC_LOG (USUARIO, DATA_HORA, ASSUNTO, TEXTO, OPERACAO, CHAVE) "
+        "VALUES (?, CURRENT_TIMESTAMP, ?, ?, ?, ?)",
+        {"ADMIN", "BAIXAS DA TECELAGEM", "BAIXA DE LOTE NR.: " + order_, 0, order_});
+    database_.EndAction(app::firebird::Database::Outcome::kOk);
+  }
+
+ private:
+  struct Lot {
+    const char* yarn;
+    const char* lot;
+    double share;
+  };
+  static constexpr Lot kLots[] = {{"Y1", "L1", 0.5}, {"Y1", "L2", 0.1}, {"Y2", "L1", 0.4}};
+
+  void Move(const char* code, const char* colour, const char* deposit, const std::string& lot, double quantity,
+            const char* out) {
+    database_.Execute(
+        "INSERT INTO {MAT_MOV} (CODIGO, COR, LOTE, DEPOSITO, DOCUMENTO, TIPO_DOC, CLIENTE, MAQUINA, FUNCIONARIO, DATA, "
+        "QTDE, SAIDA, USUARIO, PRECO, CUSTO, LOCAL, BAIXADO, ATIVO, COMPLEMENTO, TIPO_MOV) "
+        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, CURRENT_DATE, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        {code, colour, lot, deposit, order_, "BT", "M00001", "", "", quantity, out, "ADMIN", 20.0, 20.0, "", "0", "1",
+         "", "TECSAI"});
+  }
+  void TakeYarn(const Lot& lot, int number) {
+    const double quantity = kRoll * lot.share;
+    Move(lot.yarn, "CR", "D1", lot.lot, quantity, "S");
+    database_.Execute(
+        "UPDATE {MAT_ITEN} SET QTDE = QTDE - ? WHERE CODIGO = ? AND COR = ? AND DEPOSITO = ? AND LOTE = ?",
+        {quantity, lot.yarn, "CR", "D1", lot.lot});
+    database_.Execute(
+        "INSERT INTO {BAIXA_FIO} (CODIGO, DOCTO, NUMERO, QTDE, LOTE, COR, DEPOSITO, ORDEM, MATERIAL) "
+        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        {lot.yarn, order_, order_, quantity, lot.lot, "CR", "D1", number, "F1"});
+    database_.Execute(
+        "UPDATE {MAT_RESERVA} SET QTDE = QTDE - ?, QTDE_B = QTDE_B + ? WHERE NUMERO = ? AND CODIGO = ? AND COR = ? AND "
+        "DEPOSITO = ? AND LOTE = ?",
+        {quantity, quantity, order_, lot.yarn, "CR", "D1", lot.lot});
+  }
+
+  app::firebird::Database& database_;
+  std::string order_;
+};
+
+void Print(const char* what, const std::vector<double>& times, const app::firebird::Statistics& cost) {
+  std::cout << what << ": median " << bench::Quantile(times, 0.5) << " ms, 95 % " << bench::Quantile(times, 0.95)
+            << " ms; per roll " << static_cast<double>(cost.statements) / kCounted << " statements, "
+            << static_cast<double>(cost.prepares) / kCounted << " prepares, "
+            << static_cast<double>(cost.round_trips) / kCounted << " round trips, "
+            << static_cast<double>(cost.commits) / kCounted << " forced writes\n";
+}
+
+int Run(std::int64_t rolls) {
+  const std::string working = std::string(TECELAGEM_BINARY_DIR) + "/bench_roll.fdb";
+  fs::copy_file(VolumeDatabase(rolls), working, fs::copy_options::overwrite_existing);
+  test::Mill::Options options;
+  options.database = working;
+  test::Mill mill(options);
+  test::FillSmallMill(mill);
+  const std::string order = test::SaveOrder(mill, test::SmallMillOrder(160));
+  const std::string floor_order = test::SaveBareOrder(mill, test::SmallMillOrder(160));
+  host::Screen& screen = test::OpenWriteOff(mill, order, "DF");
+
+  std::vector<double> times;
+  app::firebird::Statistics cost;
+  for (int roll = 0; roll < kWarmUp + kCounted; ++roll) {
+    mill.Type(screen, "EdtQtde", roll % 2 == 0 ? "0,25" : "0,251");
+    const auto before = mill.Db().Stats();
+    const double time = bench::Milliseconds([&] { mill.Click(screen, "BtnConfirma"); });
+    const auto boxes = mill.Messages();
+    if (!boxes.empty()) {
+      std::cerr << boxes.front() << '\n';
+      return 1;
+    }
+    if (roll < kWarmUp) continue;
+    times.push_back(time);
+    const auto spent = mill.Db().Stats() - before;
+    cost.statements += spent.statements;
+    cost.prepares += spent.prepares;
+    cost.round_trips += spent.round_trips;
+    cost.commits += spent.commits;
+  }
+  std::cout << rolls << " rolls in the database, " << kCounted << " confirmed\n";
+  Print("roll ", times, cost);
+
+  Floor floor(mill.Db(), floor_order);
+  std::vector<double> floor_times;
+  app::firebird::Statistics floor_cost;
+  for (int roll = 1; roll <= kWarmUp + kCounted; ++roll) {
+    const auto before = mill.Db().Stats();
+    const double time = bench::Milliseconds([&] { floor.WriteRoll(roll); });
+    if (roll <= kWarmUp) continue;
+    floor_times.push_back(time);
+    const auto spent = mill.Db().Stats() - before;
+    floor_cost.statements += spent.statements;
+    floor_cost.prepares += spent.prepares;
+    floor_cost.round_trips += spent.round_trips;
+    floor_cost.commits += spent.commits;
+  }
+  Print("floor", floor_times, floor_cost);
+  std::cout << "ratio of the medians " << bench::Quantile(times, 0.5) / bench::Quantile(floor_times, 0.5) << '\n';
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc > 1 ? std::atoll(argv[1]) : 0);
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return 1;
+  }
+}
