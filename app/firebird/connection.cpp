@@ -132,14 +132,24 @@ std::shared_ptr<Statement> Connection::Find(std::string_view sql) {
 }
 
 RowSet Connection::RunOn(Statement& statement, const std::vector<host::Value>& values, bool want_rows) {
-  if (statement.IsDefinition()) statements_.Clear();
-  api::ITransaction* transaction = statement.OnlyReads() ? work_.ForReading() : work_.ForWriting();
-  RowSet rows;
-  if (want_rows) {
-    rows = statement.Select(transaction, values);
-  } else {
-    statement.Execute(transaction, values);
+  if (statement.IsDefinition()) {
+    statements_.Clear();
+    plans_.Clear();
   }
+  const auto run = [&](api::ITransaction* transaction) {
+    if (want_rows) return statement.Select(transaction, values);
+    statement.Execute(transaction, values);
+    return RowSet();
+  };
+  if (statement.OnlyReads()) {
+    try {
+      return run(work_.ForReading());
+    } catch (const EngineError& error) {
+      if (!error.Has(isc_read_only_trans)) throw;
+      statement.FoundToWrite();
+    }
+  }
+  RowSet rows = run(work_.ForWriting());
   if (statement.Changes()) work_.Wrote();
   return rows;
 }
@@ -166,7 +176,61 @@ RowSet Connection::RunPrepared(std::string_view told, std::string_view engine_sq
 }
 
 RowSet Connection::RunText(const std::string& sql, bool want_rows) {
-  return Run(sql, [&] { return RunOn(*PrepareAlone(sql), {}, want_rows); });
+  if (!options_.statement_cache) return Run(sql, [&] { return RunAlone(sql, want_rows); });
+  const std::vector<Literal> literals = FindLiterals(sql);
+  if (literals.empty()) return Run(sql, [&] { return RunOn(*Find(sql), {}, want_rows); });
+  TextPlan& plan = plans_.Of(WithParameters(sql, literals, {}));
+  return Run(sql, [&] {
+    if (plan.refused) return RunAlone(sql, want_rows);
+    std::optional<RowSet> rows = RunShared(sql, literals, plan, want_rows);
+    if (rows) return std::move(*rows);
+    RowSet alone = RunAlone(sql, want_rows);
+    plan.refused = plan.doubtful;
+    return alone;
+  });
+}
+
+RowSet Connection::RunAlone(const std::string& sql, bool want_rows) { return RunOn(*PrepareAlone(sql), {}, want_rows); }
+
+std::optional<RowSet> Connection::RunShared(const std::string& sql, const std::vector<Literal>& literals,
+                                            TextPlan& plan, bool want_rows) {
+  std::shared_ptr<Statement> statement;
+  try {
+    statement = Find(WithParameters(sql, literals, plan.kept));
+  } catch (const EngineError&) {
+    // Whether the text itself is at fault shows when it runs as it stands.
+    plan.doubtful = true;
+    return std::nullopt;
+  }
+  const std::vector<Column>& parameters = statement->Parameters();
+  std::vector<host::Value> values;
+  bool fits = true;
+  bool relearnt = false;
+  std::vector<bool> learnt = plan.kept;
+  for (std::size_t i = 0; i < literals.size(); ++i) {
+    if (!plan.kept.empty() && plan.kept[i]) continue;
+    if (values.size() >= parameters.size()) return std::nullopt;
+    const Column& parameter = parameters[values.size()];
+    const Fit fit = FitOf(literals[i], parameter);
+    values.push_back(fit == Fit::kYes ? ValueOf(literals[i], parameter) : host::Value());
+    fits = fits && fit == Fit::kYes;
+    if (fit == Fit::kNever) {
+      relearnt = true;
+      learnt.resize(literals.size());
+      learnt[i] = true;
+    }
+  }
+  if (relearnt) {
+    plan.kept = std::move(learnt);
+    return RunShared(sql, literals, plan, want_rows);
+  }
+  if (!fits || values.size() != parameters.size()) return std::nullopt;
+  try {
+    return RunOn(*statement, values, want_rows);
+  } catch (const EngineError& error) {
+    if (!IsConversion(error)) throw;
+    return std::nullopt;
+  }
 }
 
 }  // namespace app::firebird

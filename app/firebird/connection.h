@@ -3,14 +3,17 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/firebird/attachment.h"
 #include "app/firebird/database.h"
+#include "app/firebird/literals.h"
 #include "app/firebird/statement.h"
 #include "app/firebird/statement_cache.h"
+#include "app/firebird/text_plans.h"
 #include "app/firebird/work.h"
 
 namespace app::firebird {
@@ -45,11 +48,10 @@ class Connection : public Database {
                      bool want_rows);
 
  private:
-  struct Prepared {
-    std::shared_ptr<Statement> statement;
-    std::vector<host::Value> values;
-  };
-
+  /// Runs the text with its literals as parameters of a kept statement; nothing when that could change its meaning.
+  std::optional<RowSet> RunShared(const std::string& sql, const std::vector<Literal>& literals, TextPlan& plan,
+                                  bool want_rows);
+  RowSet RunAlone(const std::string& sql, bool want_rows);
   std::shared_ptr<Statement> Find(std::string_view sql);
   std::shared_ptr<Statement> PrepareAlone(std::string_view sql);
   RowSet Run(std::string_view told, const std::function<RowSet()>& once);
@@ -59,6 +61,7 @@ class Connection : public Database {
   ConnectOptions options_;
   mutable Attachment attachment_;
   StatementCache statements_;
+  TextPlans plans_;
   Work work_;
   int depth_ = 0;
 };

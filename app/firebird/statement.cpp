@@ -2,16 +2,27 @@
 
 #include <algorithm>
 
+#include "app/firebird/sql_tokens.h"
 #include "host/errors.h"
 #include "host/text.h"
 
 namespace app::firebird {
 namespace {
 
-bool IsBlock(std::string_view sql) {
-  const std::size_t start = sql.find_first_not_of(" \t\r\n");
-  constexpr std::string_view kWord = "EXECUTE";
-  return start != std::string_view::npos && host::SameName(sql.substr(start, kWord.size()), kWord);
+bool IsWord(std::string_view sql, const Token& token, std::string_view word) {
+  return token.kind == Token::Kind::kWord && host::SameName(sql.substr(token.begin, token.end - token.begin), word);
+}
+
+// The engine calls a block that returns rows a SELECT, whatever it writes.
+bool IsBlock(std::string_view sql, const std::vector<Token>& tokens) {
+  return !tokens.empty() && IsWord(sql, tokens[0], "EXECUTE");
+}
+
+bool AsksToHoldRows(std::string_view sql, const std::vector<Token>& tokens) {
+  for (std::size_t i = 1; i < tokens.size(); ++i) {
+    if (IsWord(sql, tokens[i], "LOCK") && IsWord(sql, tokens[i - 1], "WITH")) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -20,7 +31,9 @@ Statement::Statement(Attachment& attachment, api::ITransaction* transaction, std
     : attachment_(attachment), handle_(attachment.Prepare(transaction, sql)) {
   Status& status = attachment_.GetStatus();
   type_ = handle_->getType(&status);
-  block_ = IsBlock(sql);
+  const std::vector<Token> tokens = Tokens(sql);
+  holds_rows_ = AsksToHoldRows(sql, tokens);
+  writes_ = IsBlock(sql, tokens);
   parameters_ = Layout(status, Ref<api::IMessageMetadata>(handle_->getInputMetadata(&status)));
   const Ref<api::IMessageMetadata> offered(handle_->getOutputMetadata(&status));
   if (offered->getCount(&status) > 0) output_ = OutputLayout(status, *offered.Get());

@@ -26,11 +26,13 @@ class Statement {
   Statement(const Statement&) = delete;
   Statement& operator=(const Statement&) = delete;
 
-  /// True when it only reads: running it needs no undoing.
-  bool OnlyReads() const { return type_ == isc_info_sql_stmt_select && !block_; }
+  /// True when it can run where nothing is written: a SELECT that neither holds rows nor was found to write.
+  bool OnlyReads() const { return type_ == isc_info_sql_stmt_select && !holds_rows_ && !writes_; }
   /// True when running it leaves something that must be made durable; a row that is only held for this station must
   /// not.
-  bool Changes() const { return !IsCursor() || block_; }
+  bool Changes() const { return !IsCursor() || writes_; }
+  /// A SELECT turned out to write, through a procedure that it calls.
+  void FoundToWrite() { writes_ = true; }
   /// True when it changes the database's structure.
   bool IsDefinition() const { return type_ == isc_info_sql_stmt_ddl; }
   /// True when it would end or begin a transaction behind the connection's back.
@@ -58,7 +60,8 @@ class Statement {
   Attachment& attachment_;
   Ref<api::IStatement> handle_;
   unsigned type_;
-  bool block_;  // EXECUTE BLOCK: the engine calls one that returns rows a SELECT, whatever it writes
+  bool holds_rows_;  // WITH LOCK
+  bool writes_;      // though it returns rows
   Layout parameters_;
   Layout output_;
   std::vector<Input> inputs_;  // few: one for each mix of text and native values met so far

@@ -19,7 +19,8 @@ Work::~Work() {
 }
 
 api::ITransaction* Work::ForReading() {
-  if (writing_) return writing_.Get();
+  // Before anything was written both transactions see the same.
+  if (state_.written) return writing_.Get();
   if (!reading_) reading_ = attachment_.Start(true);
   return reading_.Get();
 }
