@@ -11,7 +11,6 @@ namespace app::script {
 namespace {
 
 constexpr const char* kEdit = "um campo de digitação";
-constexpr const char* kControl = "um componente da tela";
 
 bool WantsDate(const host::Edit& edit) { return edit.Kind() == host::EditKind::kDate; }
 
@@ -77,20 +76,11 @@ QJSValue Bridge::type(int id, const QString& name, const QJSValue& value) {
 }
 
 QJSValue Bridge::enter(int id, const QString& name) {
-  return Act([&] {
-    host::Screen& screen = At(id);
-    if (screen.FindComponent(Utf8(name)) == nullptr) return Desk().Enter(FindGrid(screen, Utf8(name)));
-    return Desk().Enter(Find<host::Control>(screen, Utf8(name), kControl));
-  });
+  return Act([&] { return Desk().Enter(FindControl(At(id), Utf8(name))); });
 }
 
 QJSValue Bridge::leave(int id, const QString& name) {
-  return Act([&] {
-    host::Screen& screen = At(id);
-    if (name.isEmpty()) return Desk().Leave();
-    if (screen.FindComponent(Utf8(name)) == nullptr) return Desk().Leave(FindGrid(screen, Utf8(name)));
-    return Desk().Leave(Find<host::Control>(screen, Utf8(name), kControl));
-  });
+  return Act([&] { return name.isEmpty() ? Desk().Leave() : Desk().Leave(FindControl(At(id), Utf8(name))); });
 }
 
 QJSValue Bridge::key(int id, const QString& name) {
@@ -145,19 +135,11 @@ QJSValue Bridge::checked(int id, const QString& name) {
 }
 
 QJSValue Bridge::enabled(int id, const QString& name) {
-  return Guard([&] {
-    host::Screen& screen = At(id);
-    if (screen.FindComponent(Utf8(name)) == nullptr) return QJSValue(FindGrid(screen, Utf8(name)).Enabled());
-    return QJSValue(Find<host::Control>(screen, Utf8(name), kControl).Enabled());
-  });
+  return Guard([&] { return QJSValue(FindControl(At(id), Utf8(name)).Enabled()); });
 }
 
 QJSValue Bridge::visible(int id, const QString& name) {
-  return Guard([&] {
-    host::Screen& screen = At(id);
-    if (screen.FindComponent(Utf8(name)) == nullptr) return QJSValue(FindGrid(screen, Utf8(name)).Visible());
-    return QJSValue(Find<host::Control>(screen, Utf8(name), kControl).Visible());
-  });
+  return Guard([&] { return QJSValue(FindControl(At(id), Utf8(name)).Visible()); });
 }
 
 QJSValue Bridge::focused(int id) {

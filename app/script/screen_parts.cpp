@@ -49,6 +49,12 @@ host::Grid& FindGrid(const host::Screen& screen, std::string_view dataset) {
   return *found;
 }
 
+host::Control& FindControl(const host::Screen& screen, std::string_view name) {
+  host::Component& found = FindAny(screen, name);
+  if (dynamic_cast<host::Dataset*>(&found) != nullptr) return FindGrid(screen, name);
+  return Find<host::Control>(screen, name, "um componente que se veja");
+}
+
 std::string ShownText(const host::Screen& screen, std::string_view name) {
   host::Component& found = FindAny(screen, name);
   if (auto* edit = dynamic_cast<host::Edit*>(&found)) return edit->Text();

@@ -20,6 +20,9 @@ Part& Find(const host::Screen& screen, std::string_view name, std::string_view k
 /// can act on. Throws host::InputError when the screen shows no such dataset.
 host::Grid& FindGrid(const host::Screen& screen, std::string_view dataset);
 
+/// The control of that name, or the grid that shows the dataset of that name. Throws as the two above.
+host::Control& FindControl(const host::Screen& screen, std::string_view name);
+
 /// The text that a component shows. Throws host::InputError for one that shows none (a grid).
 std::string ShownText(const host::Screen& screen, std::string_view name);
 

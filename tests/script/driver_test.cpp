@@ -112,9 +112,9 @@ TEST_F(ScriptDriver, RowsOfAGrid) {
     print(s.rows("TbItens").length, s.rows("TbItens")[0].Codigo);
     s.dblclick("TbItens"); print(messages()[0].text);
   )"),
-      R"([{"Codigo":"A","Qtde":1.5,"Entrega":"2026-01-31","100":null},{"Codigo":"B","Qtde":2,"Entrega":null,"100":null}])"
+      R"([{"100":null,"Codigo":"A","Qtde":1.5,"Entrega":"2026-01-31"},{"100":null,"Codigo":"B","Qtde":2,"Entrega":null}])"
       "\n"
-      R"([{"Codigo":"A","Qtde":3,"Entrega":"2026-01-31","100":null},{"Codigo":"B","Qtde":2,"Entrega":"2026-02-05","100":null}])"
+      R"([{"100":null,"Codigo":"A","Qtde":3,"Entrega":"2026-01-31"},{"100":null,"Codigo":"B","Qtde":2,"Entrega":"2026-02-05"}])"
       "\n1 B\nduplo em B\n");
 }
 
