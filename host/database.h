@@ -70,6 +70,9 @@ class Database {
   /// Asks for the work done so far to be made durable, keeping the transaction open. Requests inside one action are
   /// merged: they become durable together.
   virtual void CommitRetaining() = 0;
+  /// As CommitRetaining, and does not wait for the action's end: when it returns, the work is safe. For a screen that
+  /// empties itself once its record is stored. Throws DatabaseError when that fails; everything pending is undone then.
+  virtual void MakeDurable() { CommitRetaining(); }
 
   /// Marks a point that RollbackTo returns to. A second mark of the same name replaces the first.
   virtual void SetSavepoint(std::string_view name) = 0;

@@ -1,0 +1,127 @@
+// Life of the order screen, and its parts put together.
+#include "orders/cad_lote_tec.h"
+
+#include "host/errors.h"
+
+namespace orders {
+
+TfmCadLoteTec::TfmCadLoteTec(host::Host& host)
+    : Screen(host, "TfmCadLoteTec", "fmCadLoteTec", "Ordens de Tecelagem"),
+      funcoes_(host.GetFuncoes()),
+      database_(host.GetTabela().IBDatabase()),
+      store_(host),
+      fabrics_(host),
+      explosion_(host, TbFios),
+      stock_(host, TbFios, TbEstoque),
+      reservation_(*this, TbFios, TbEstoque) {
+  WireInputs();
+  WireDatasets();
+  TbFios.SetIndex("Codigo;Cor");
+  GrdFios.SetReadOnly(true);
+}
+
+void TfmCadLoteTec::FormCreate() {
+  try {
+    for (const char* table : {"tbEntidade", "tbPedido", "tbMateriais", "tbCompMaterial", "tbDeposito", "tbCor"}) {
+      GetHost().GetTabela().AbreTabela(table);
+      open_tables_.emplace_back(table);
+    }
+    PqMalharia.SetFilter(fabrics_.MillFilter());
+    PqMaterial.SetFilter(fabrics_.MaterialFilter());
+    reservation_.SetChecked(funcoes_.BuscaParametro("MAL", 90) == "S");
+  } catch (...) {
+    FormClose();
+    throw;
+  }
+  EdtData.SetDate(GetHost().GetClock().Today());
+  PageControl1.SetActivePage(1);
+}
+
+void TfmCadLoteTec::FormClose() {
+  while (!open_tables_.empty()) {
+    const std::string table = std::move(open_tables_.back());
+    open_tables_.pop_back();
+    GetHost().GetTabela().FechaTabela(table);
+  }
+}
+
+bool TfmCadLoteTec::FormKeyDown(host::Key key) {
+  if (key != host::Key::kEnter || Site() == nullptr) return false;
+  const auto* input = dynamic_cast<host::Edit*>(Site()->Focused());
+  if (input == nullptr || input->Kind() == host::EditKind::kMemo) return false;
+  funcoes_.pSetFocus(*this, false);
+  return true;
+}
+
+void TfmCadLoteTec::WireDatasets() {
+  const auto unless_quiet = [this](void (TfmCadLoteTec::*rule)()) {
+    return [this, rule] {
+      if (quiet_ == 0) (this->*rule)();
+    };
+  };
+  TbItens.AfterScroll = unless_quiet(&TfmCadLoteTec::TbItensAfterScroll);
+  TbItens.BeforePost = unless_quiet(&TfmCadLoteTec::TbItensBeforePost);
+  TbItens.BeforeDelete = unless_quiet(&TfmCadLoteTec::TbItensBeforeDelete);
+  TbItens["Codigo"].OnValidate = [this](host::Field&) {
+    if (quiet_ == 0) TbItensCodigoValidate();
+  };
+  TbItens["Cor"].OnValidate = [this](host::Field&) {
+    if (quiet_ == 0) TbItensCorValidate();
+  };
+  DBGrid6.OnKeyDown = [this](host::Key key) { DBGrid6KeyDown(key); };
+  DBGrid6.OnColExit = [this] { DBGrid6ColExit(); };
+
+  TbFios.AfterScroll = unless_quiet(&TfmCadLoteTec::TbFiosAfterScroll);
+  TbEstoque.BeforePost = unless_quiet(&TfmCadLoteTec::TbEstoqueBeforePost);
+  // The lots are those in stock: nobody adds one here or takes one away.
+  TbEstoque.AfterInsert = [this] {
+    if (quiet_ > 0) return;
+    TbEstoque.Cancel();
+    throw host::Abort();
+  };
+  TbEstoque.BeforeDelete = [] { throw host::Abort(); };
+  // A lot is settled before the person goes on to another yarn or saves.
+  GrdEstoque.OnExit = [this] { TbEstoque.Post(); };
+}
+
+// --- yarn and stock ------------------------------------------------------------------------------------------------
+
+void TfmCadLoteTec::Armazena_Explosao_Fios(std::string_view material, std::string_view cor, std::string_view unidade,
+                                           double qtde, double peso) {
+  explosion_.Add(EdtNumero.Text(), {.code = std::string(material),
+                                    .colour = std::string(cor),
+                                    .unit = std::string(unidade),
+                                    .quantity = qtde,
+                                    .weight = peso});
+}
+
+void TfmCadLoteTec::BuscaEstoqueFio() {
+  {
+    const Quiet quiet(*this);
+    stock_.Load(EdtNumero.Text());
+  }
+  const std::string key = funcoes_.Aspas(EdtMalharia.Text()) + ";" + funcoes_.Aspas("5");
+  EdtFilDeposito.SetText(funcoes_.Busca_Valor("DEPOSITO", "CODCLI;PRIORIDADE", "CODIGO", key, true, true).AsText());
+  FiltraEstoqueFios();
+}
+
+void TfmCadLoteTec::FiltraEstoqueFios() {
+  stock_.Show({.warehouse = EdtFilDeposito.Text(), .lot = EdtFilLote.Text(), .place = EdtFilLocal.Text()});
+}
+
+double TfmCadLoteTec::QtdeReserva(std::string_view numero, std::string_view codigo, std::string_view cor,
+                                  std::string_view deposito, std::string_view lote) const {
+  return stock_.ReservedElsewhere(numero, codigo, cor, deposito, lote);
+}
+
+std::string TfmCadLoteTec::BuscaFornUltNF(std::string_view codigo, std::string_view lote) const {
+  return stock_.LastSupplier(codigo, lote);
+}
+
+void TfmCadLoteTec::GravaReserva() { reservation_.Store(EdtNumero.Text()); }
+
+void TfmCadLoteTec::TbFiosAfterScroll() { FiltraEstoqueFios(); }
+
+void TfmCadLoteTec::TbEstoqueBeforePost() { reservation_.Settle(); }
+
+}  // namespace orders

@@ -1,0 +1,282 @@
+// The order as a record: load, save, delete, duplicate, clear.
+#include "host/decimal.h"
+#include "host/errors.h"
+#include "orders/cad_lote_tec.h"
+
+namespace orders {
+namespace {
+
+constexpr const char* kLogSubject = "ORDEM DE TECELAGEM";
+
+}  // namespace
+
+double TfmCadLoteTec::BuscaQtdeB(std::string_view numero, std::string_view codigo, std::string_view cor) const {
+  return store_.WrittenOff(numero, codigo, cor);
+}
+
+void TfmCadLoteTec::RequireRight(std::string_view operation) const {
+  if (!funcoes_.Acessa(ClassName(), operation, "0")) throw host::Abort();
+}
+
+void TfmCadLoteTec::RequireNumber() {
+  if (EdtNumero.Text().empty()) Refuse("Informe o número da ordem.", EdtNumero);
+}
+
+// --- load ----------------------------------------------------------------------------------------------------------
+
+// Half an order on the screen would be saved as the whole one, hence none at all when the load fails.
+void TfmCadLoteTec::BuscaDados() {
+  try {
+    const auto order = store_.Load(EdtNumero.Text());
+    DBGrid6.SetEnabled(order->FieldByName("SITUACAO").AsText() != "B");
+    ShowHeader(*order);
+    ShowItems(*order);
+    BuscaEstoqueFio();
+  } catch (...) {
+    LimpaTela();
+    throw;
+  }
+}
+
+void TfmCadLoteTec::ShowItems(host::TTIQuery& order) {
+  const Quiet quiet(*this);
+  TbItens.Empty();
+  TbFios.Empty();
+  for (; !order.Eof(); order.Next()) {
+    AppendItem(order);
+    Armazena_Explosao_Fios(TbItens["Codigo"].AsText(), TbItens["Cor"].AsText(), TbItens["Unidade"].AsText(),
+                           TbItens["Qtde"].AsFloat(), TbItens["Peso"].AsFloat());
+  }
+  TbItens.First();
+  TbFios.SetIndex("Codigo;Cor");
+  TbFios.First();
+}
+
+void TfmCadLoteTec::ShowHeader(const host::TTIQuery& order) {
+  const auto text = [&order](const char* column) { return order.FieldByName(column).AsText(); };
+  {
+    // The query brings these two descriptions along.
+    const Quiet quiet(*this);
+    EdtMalharia.SetText(text("MALHARIA"));
+    LblMalharia.SetText(text("NOME"));
+    EdtDeposito.SetText(text("DEPOSITO"));
+    LblDeposito.SetText(text("DESC_DEP_ENT"));
+  }
+  EdtFicha.SetText(text("FICHA"));
+  EdtPrazo.SetText(text("PERIODO"));
+  EdtMaquina.SetText(text("MAQUINA"));
+  EdtFluxo.SetText(text("FLUXO"));
+  EdtRPM.SetNumber(order.FieldByName("RPM").AsFloat());
+  EdtData.SetDate(order.FieldByName("DT_INICIO").AsDate());
+  EdtObs.SetText(text("OBSERVACAO"));
+  EdtPonto.SetNumber(order.FieldByName("TPONTO").AsFloat());
+}
+
+void TfmCadLoteTec::AppendItem(const host::TTIQuery& order) {
+  TbItens.Append();
+  for (const char* name :
+       {"Codigo",      "Descricao",     "Unidade",  "Peso",    "Pedido",    "Cor", "DescCor",      "Qtde",
+        "Qtde_B",      "Baixada",       "Custo",    "Largura", "Gramatura", "NE",  "Concentracao", "Gramatura_Mat",
+        "Largura_Mat", "Alimentadores", "Diametro", "Finura",  "Ciclos",    "Obs"}) {
+    TbItens[name].Set(order.FieldByName(name));
+  }
+  TbItens["KgRolo"].Set(order.FieldByName("KG_ROLO"));
+  TbItens["Comp1"].Set(order.FieldByName("DESCRICAO2"));
+  TbItens["Comp2"].Set(order.FieldByName("COMPOSICAO"));
+  TbItens["Observacao"].Set(order.FieldByName("OBS_MAT"));
+  TbItens["CodAnt"].Set(order.FieldByName("CODIGO"));
+  TbItens["CorAnt"].Set(order.FieldByName("COR"));
+  const double quantity = TbItens["Qtde"].AsFloat();
+  const double per_roll = TbItens["KgRolo"].AsFloat();
+  const bool counted = quantity > 0 && per_roll > 0;
+  TbItens["Qtde_Rolo"].Set(counted ? host::Value(host::RoundTo(quantity / per_roll, 0)) : host::Value(0));
+  TbItens.Post();
+}
+
+// --- a new order ---------------------------------------------------------------------------------------------------
+
+// The number first: without one the screen must not be empty under the number of a stored order.
+void TfmCadLoteTec::StartOrder() {
+  const std::string number = funcoes_.Proximo("TECEL", "NUMERO", 6, true);
+  LimpaTela();
+  DBGrid6.SetEnabled(true);
+  EdtNumero.SetText(number);
+  EdtData.SetDate(GetHost().GetClock().Today());
+}
+
+void TfmCadLoteTec::BtnIncluirClick() {
+  RequireRight("A");
+  StartOrder();
+}
+
+void TfmCadLoteTec::LimpaTela() {
+  TbItens.Empty();
+  TbFios.Empty();
+  TbEstoque.Empty();
+  for (host::Edit* input : {&EdtMalharia, &EdtFicha, &EdtData, &EdtPrazo, &EdtMaquina, &EdtFluxo, &EdtRPM, &EdtObs,
+                            &EdtFilDeposito, &EdtDeposito, &EdtFilLote, &EdtFilLocal}) {
+    input->Clear();
+  }
+  for (host::Label* description : {&LblMalharia, &LblPrazo, &LblMaquina, &LblFluxo, &LblDeposito}) {
+    description->SetText("");
+  }
+  FiltraEstoqueFios();
+}
+
+// --- save ----------------------------------------------------------------------------------------------------------
+
+void TfmCadLoteTec::BtnGravarClick() {
+  RequireRight("A");
+  RequireNumber();
+  // A row still being typed belongs to the order, its checks included. They may show boxes, which end the hold on the
+  // order, so they come before it.
+  TbItens.Post();
+  TbEstoque.Post();
+  database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
+  CheckItems(MillChanged());
+  StoreReservationsAndOrder();
+  LimpaTela();
+  EdtNumero.SetFocus();
+}
+
+// A new order has no stored mill, so its mill always counts as changed.
+bool TfmCadLoteTec::MillChanged() const {
+  const host::Value stored =
+      funcoes_.Busca_Valor("TECEL", "NUMERO", "MALHARIA", funcoes_.Aspas(EdtNumero.Text()), true, true);
+  return stored.IsNull() || stored.AsText() != EdtMalharia.Text();
+}
+
+void TfmCadLoteTec::CheckItems(bool mill_changed) {
+  for (host::DatasetCursor item(TbItens); !item.Eof(); item.Next()) {
+    const std::string code = item.FieldByName("Codigo").AsText();
+    const std::string colour = item.FieldByName("Cor").AsText();
+    if (!ExisteComposicao(code, colour)) {
+      RefuseItem(item, "Cor inválida na composição do material " + code + " cor " + colour +
+                           ".\nImpossível continuar a gravação.");
+    }
+    // An order that keeps its mill keeps the costs that were agreed.
+    if (mill_changed && fabrics_.MillCost(EdtMalharia.Text(), code) == 0) {
+      RefuseItem(item, "Custo da malha não cadastrado para a malharia selecionada. Impossível continuar.");
+    }
+  }
+}
+
+void TfmCadLoteTec::RefuseItem(const host::DatasetCursor& item, std::string_view message) {
+  TbItens.Locate("Codigo;Cor", {item.FieldByName("Codigo"), item.FieldByName("Cor")});
+  Refuse(message);
+}
+
+void TfmCadLoteTec::StoreReservationsAndOrder() {
+  const std::string warehouse = EdtFilDeposito.Text();
+  const std::string lot = EdtFilLote.Text();
+  const std::string place = EdtFilLocal.Text();
+  try {
+    for (host::Edit* filter : {&EdtFilDeposito, &EdtFilLote, &EdtFilLocal}) filter->Clear();
+    GravaReserva();
+    GravaDados();
+  } catch (...) {
+    EdtFilDeposito.SetText(warehouse);
+    EdtFilLote.SetText(lot);
+    EdtFilLocal.SetText(place);
+    FiltraEstoqueFios();
+    throw;
+  }
+}
+
+void TfmCadLoteTec::GravaDados() {
+  if (!DBGrid6.Enabled()) {
+    Inform("Ordem de Tecelagem já impressa. Impossível Gravar.");
+    return;
+  }
+  const OrderHeader header = HeaderOnScreen();
+  if (store_.Exists(header.number)) {
+    funcoes_.GeraLog(kLogSubject, "ALTERACAO DA ORDEM NR. " + header.number, host::LogOperation::kAlteration,
+                     header.number, nullptr);
+  } else {
+    funcoes_.GeraLog(kLogSubject, "INCLUSAO DA ORDEM NR. " + header.number, host::LogOperation::kInclusion,
+                     header.number, nullptr);
+  }
+  store_.DeleteHeaderAndItems(header.number);
+  store_.InsertHeader(header);
+  for (OrderItem& item : ItemsOnScreen()) {
+    // The rolls know better than the screen, which may have been open for hours.
+    item.written_off = BuscaQtdeB(header.number, item.code, item.colour);
+    store_.InsertItem(header.number, item);
+  }
+  database_.MakeDurable();
+}
+
+OrderHeader TfmCadLoteTec::HeaderOnScreen() const {
+  return {.number = EdtNumero.Text(),
+          .mill = EdtMalharia.Text(),
+          .delivery_term = EdtPrazo.Text(),
+          .remarks = EdtObs.Text(),
+          .start = EdtData.GetDate(),
+          .sheet = EdtFicha.Text(),
+          .machine = EdtMaquina.Text(),
+          .flow = EdtFluxo.Text(),
+          .rpm = EdtRPM.Number(),
+          .stitch_size = EdtPonto.Number(),
+          .warehouse = EdtDeposito.Text()};
+}
+
+// In grid order, without the rows that have no code.
+std::vector<OrderItem> TfmCadLoteTec::ItemsOnScreen() const {
+  std::vector<OrderItem> items;
+  for (host::DatasetCursor row(TbItens); !row.Eof(); row.Next()) {
+    if (row.FieldByName("Codigo").AsText().empty()) continue;
+    items.push_back({.code = row.FieldByName("Codigo").AsText(),
+                     .colour = row.FieldByName("Cor").AsText(),
+                     .sales_order = row.FieldByName("Pedido").AsText(),
+                     .cost = row.FieldByName("Custo").AsFloat(),
+                     .quantity = row.FieldByName("Qtde").AsFloat(),
+                     .closed = row.FieldByName("Baixada").AsText(),
+                     .cycles = row.FieldByName("Ciclos").AsInteger(),
+                     .remark = row.FieldByName("Obs").AsText()});
+  }
+  return items;
+}
+
+// --- delete and duplicate ------------------------------------------------------------------------------------------
+
+void TfmCadLoteTec::BtnExcluirClick() {
+  RequireRight("E");
+  RequireNumber();
+  for (host::DatasetCursor item(TbItens); !item.Eof(); item.Next()) {
+    if (item.FieldByName("Qtde_B").AsFloat() > 0) Refuse("Lote com baixas. Impossível excluir.");
+  }
+  if (!Confirm("Deseja excluir totalmente a Ordem de Tecelagem?")) return;
+  const std::string number = EdtNumero.Text();
+  database_.LockRow("TECEL", "NUMERO", number);
+  store_.DeleteHeaderAndItems(number);
+  store_.DeleteReservationsAndPlanning(number);
+  funcoes_.GeraLog(kLogSubject, "EXCLUSAO DA ORDEM NR. " + number, host::LogOperation::kDeletion, number, nullptr);
+  database_.MakeDurable();
+  LimpaTela();
+  DBGrid6.SetEnabled(true);
+}
+
+void TfmCadLoteTec::BitBtn5Click() {
+  RequireRight("A");
+  RequireNumber();
+  if (!Confirm("Deseja duplicar esta ordem?")) return;
+  TbItens.Post();
+  OrderHeader copy = HeaderOnScreen();
+  copy.number = funcoes_.Proximo("TECEL", "NUMERO", 6, true);
+  copy.start = GetHost().GetClock().Today();
+  store_.InsertHeader(copy);
+  for (OrderItem& item : ItemsOnScreen()) {
+    item.closed.clear();
+    item.written_off = 0;
+    store_.InsertItem(copy.number, item);
+  }
+  funcoes_.GeraLog(kLogSubject, "ORDEM NR. " + EdtNumero.Text() + " DUPLICACAO PARA " + copy.number,
+                   host::LogOperation::kInclusion, copy.number, nullptr);
+  database_.MakeDurable();
+  LimpaTela();
+  DBGrid6.SetEnabled(true);
+  EdtNumero.SetText(copy.number);
+  EdtNumero.SetFocus();
+}
+
+}  // namespace orders

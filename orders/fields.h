@@ -1,0 +1,22 @@
+// Fields and grid columns of the order screen's datasets.
+#pragma once
+
+#include <vector>
+
+#include "host/kit/dataset.h"
+#include "host/kit/grid.h"
+
+namespace orders {
+
+std::vector<host::FieldDef> ItemFields();
+std::vector<host::GridColumn> ItemColumns();
+
+/// One row per yarn, yarn colour, LFA and feeders that the order needs.
+std::vector<host::FieldDef> YarnFields();
+std::vector<host::GridColumn> YarnColumns();
+
+/// One row per stock lot of a needed yarn.
+std::vector<host::FieldDef> StockFields();
+std::vector<host::GridColumn> StockColumns();
+
+}  // namespace orders
