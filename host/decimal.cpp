@@ -131,6 +131,8 @@ double RoundTo(double value, int decimals) {
   return rounded == 0 ? 0.0 : rounded;  // never -0
 }
 
+double WithoutNoise(double value) { return RoundTo(value, 9); }
+
 std::string PointText(double value) {
   const Digits digits = DigitsOf(value);
   std::string text = digits.negative && !IsZero(digits) ? "-" : "";

@@ -15,6 +15,10 @@ std::string FormatNumber(std::string_view pattern, double value, char sign = '.'
 /// `value` formatted with that many decimals and read back.
 double RoundTo(double value, int decimals);
 
+/// Without what binary arithmetic leaves behind: 20.304 - 0.3 gives 20.004. Nine decimals are kept, more than anything
+/// that is weighed or priced has.
+double WithoutNoise(double value);
+
 /// The shortest text that reads back as the same number, "." as decimal sign, never an exponent. Throws InputError
 /// for a value that is not finite: it must never reach a statement.
 std::string PointText(double value);
