@@ -117,8 +117,9 @@ void Mill::TakeRight(std::string_view screen_class, std::string_view operation) 
       }
     }
   }
-  Db().Execute("DELETE FROM TEC_DIREITO WHERE USUARIO = ? AND TELA = ? AND (? = '' OR OPERACAO = ?)",
-               {user, screen_class, operation, operation});
+  Db().Execute(
+      "DELETE FROM TEC_DIREITO WHERE USUARIO = ? AND TELA = ? AND (CAST(? AS VARCHAR(10)) = '' OR OPERACAO = ?)",
+      {user, screen_class, operation, operation});
   Db().CommitRetaining();
 }
 
