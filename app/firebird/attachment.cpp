@@ -7,6 +7,7 @@
 #include <cctype>
 #include <cstdint>
 #include <filesystem>
+#include <mutex>
 #include <system_error>
 #include <vector>
 
@@ -40,6 +41,12 @@ class Parameters {
   Status& status_;
   api::IXpbBuilder* builder_;
 };
+
+// The engine's lock directory is one for the whole process at any moment.
+std::mutex& AttachMutex() {
+  static std::mutex mutex;
+  return mutex;
+}
 
 // How a blob's text is turned from one character set into another; a blob that is not text is left as it is.
 std::vector<unsigned char> BlobParameters(const Column& column, unsigned from, unsigned to) {
@@ -107,6 +114,7 @@ bool IsServerPath(std::string_view database) {
 }
 
 Attachment::Attachment(const ConnectOptions& options, bool create) : lock_timeout_(options.lock_timeout_seconds) {
+  const std::lock_guard lock(AttachMutex());
   PrepareLibrary();
   try {
     if (IsServerPath(options.database)) {
@@ -121,6 +129,7 @@ Attachment::Attachment(const ConnectOptions& options, bool create) : lock_timeou
 
 Attachment::~Attachment() {
   if (!handle_) return;
+  const std::lock_guard lock(AttachMutex());
   if (guard_) UseLockDirectory(guard_->Directory());
   try {
     handle_->detach(&status_);

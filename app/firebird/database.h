@@ -47,7 +47,8 @@ class Database : public host::Database {
   /// the last request is undone. kFailed: everything since the last durable point is undone. Throws
   /// host::DatabaseError when the commit fails; everything pending is undone then.
   virtual void EndAction(Outcome outcome) = 0;
-  /// Makes pending work durable now; no transaction is open afterwards until the next statement.
+  /// Makes pending work durable now; nothing that holds other stations back is open afterwards until the next
+  /// statement that writes.
   virtual void MakeDurable() = 0;
 
   // --- for the host's own code --------------------------------------------------------------------------------

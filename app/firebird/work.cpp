@@ -58,8 +58,15 @@ void Work::Request(bool merge) {
 }
 
 void Work::SetSavepoint(std::string_view name) {
-  if (!writing_) writing_ = attachment_.Start(false);
   Savepoint savepoint;
+  if (!writing_) {
+    // Going back to here is going back to the last durable point: nothing need be sent, which saves a forced write
+    // where the action then writes nothing.
+    announce_("SAVEPOINT " + std::string(name));
+    savepoint.gone = true;
+    savepoints_.insert_or_assign(std::string(name), savepoint);
+    return;
+  }
   savepoint.number = ++last_number_;
   savepoint.state = state_;
   Send("SAVEPOINT " + std::string(name), "SAVEPOINT " + PointName(savepoint.number));
@@ -75,7 +82,6 @@ void Work::RollbackTo(std::string_view name) {
   const std::string told = "ROLLBACK TO " + std::string(name);
   if (savepoint.gone) {
     announce_(told);
-    ++attachment_.Counters().statements;
     Undo();
     return;
   }

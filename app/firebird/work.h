@@ -13,9 +13,9 @@ namespace app::firebird {
 /// Told a statement before it is sent; may throw.
 using Announce = std::function<void(std::string_view sql)>;
 
-/// Statements that only read run in a read-only transaction, which costs no forced write and holds back no clean-up;
-/// the first statement that writes starts the other one, in which everything runs until it ends. Both see what other
-/// stations made durable at once.
+/// Statements that only read run in a read-only transaction that stays open: ending and starting one costs two writes,
+/// and it holds back no clean-up. The first statement that writes starts the other transaction, in which everything
+/// runs until it ends. Both see what other stations made durable at once.
 class Work {
  public:
   Work(Attachment& attachment, Announce announce) : attachment_(attachment), announce_(std::move(announce)) {}
@@ -56,7 +56,7 @@ class Work {
     int mark = 0;            // savepoint behind what was asked for; 0 while nothing was written after it
   };
   struct Savepoint {
-    bool gone = false;  // its transaction has ended
+    bool gone = false;  // it is the last durable point: nothing was pending, or its transaction has ended
     State state;
     int number = 0;
   };
