@@ -130,7 +130,8 @@ void Dataset::TellArrival() {
   const std::size_t id = CurrentId();
   NotifyView();
   if (id == told_id_) return;
-  told_id_ = id;
+  // Where nobody listens, as while a screen loads, nothing was told: the next arrival tells it.
+  told_id_ = AfterScroll ? id : 0;
   if (id != 0) Fire(AfterScroll);
 }
 

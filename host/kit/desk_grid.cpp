@@ -83,7 +83,12 @@ void Desk::LeaveCell(Grid& grid, Key key) {
   SyncCell(grid);
   try {
     if (key != Key::kNone) Fire(grid.OnKeyDown, key);
+    // Where the key's handler sent the person is reached only when the cell left for it agrees.
+    const int left = impl_->cell.column;
+    const int sent = grid.SelectedColumn();
+    grid.SelectColumn(left);
     Fire(grid.OnColExit);
+    if (grid.SelectedColumn() == left) grid.SelectColumn(sent);
   } catch (const Abort&) {
     grid.SelectColumn(impl_->cell.column);
     Dataset& dataset = grid.GetDataset();

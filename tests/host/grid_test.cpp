@@ -186,6 +186,21 @@ TEST_F(GridTest, AHandlerMaySendThePersonToAColumn) {
   EXPECT_EQ(grid->SelectedField(), "Data");
 }
 
+TEST_F(GridTest, AKeyMaySendThePersonToAColumnAfterTheCellAgreed) {
+  Three();
+  grid->OnKeyDown = [this](Key) { grid->SelectColumn(grid->ColumnOf("Qtde")); };
+  toy.desk.SelectCell(*grid, "Codigo");
+  toy.TakeEvents();
+  EXPECT_EQ(toy.desk.GridKey(*grid, Key::kTab), ActResult::kDone);
+  EXPECT_EQ(toy.TakeEvents(), "colexit Codigo");
+  EXPECT_EQ(grid->SelectedField(), "Qtde");
+  toy.desk.SelectCell(*grid, "Codigo");
+  toy.desk.TypeCell(*grid, "X");
+  EXPECT_EQ(toy.desk.GridKey(*grid, Key::kTab), ActResult::kRefused);
+  EXPECT_EQ(grid->SelectedField(), "Codigo");
+  EXPECT_EQ((*items)["Codigo"].AsText(), "A");
+}
+
 TEST_F(GridTest, AScreenMayPostInTheTabAndEditAgain) {
   Three();
   grid->OnKeyDown = [this](Key key) {
