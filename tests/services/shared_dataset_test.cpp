@@ -1,0 +1,162 @@
+// Shared datasets: looked up by key, and the one that is edited.
+#include <gtest/gtest.h>
+
+#include "host/errors.h"
+#include "host/tabela.h"
+#include "support/mill.h"
+
+namespace {
+
+class SharedDatasets : public testing::Test {
+ protected:
+  SharedDatasets() { test::FillSmallMill(mill_); }
+  host::Tabela& Tables() { return mill_.App().GetTabela(); }
+  host::SharedDataset& Open(std::string_view name) {
+    Tables().AbreTabela(name);
+    return Tables().Dataset(name);
+  }
+  std::int64_t Prices() { return mill_.Scalar("SELECT COUNT(*) FROM {CADCORTI}").AsInteger(); }
+
+  test::Mill mill_;
+};
+
+TEST_F(SharedDatasets, EveryKnownNameOpensInAnyCase) {
+  for (const char* name :
+       {"tbEntidade", "tbentidade", "tbPedido", "tbMateriais", "tbCompMaterial", "tbDeposito", "tbCor", "TbCadCorTi"}) {
+    EXPECT_NO_THROW(Open(name)) << name;
+  }
+  EXPECT_THROW(Tables().AbreTabela("tbNada"), host::InputError);
+}
+
+TEST_F(SharedDatasets, OpeningsAreCounted) {
+  Open("tbCor");
+  Open("TBCOR");
+  Tables().FechaTabela("tbCor");
+  EXPECT_NO_THROW(Tables().Dataset("tbCor"));
+  Tables().FechaTabela("tbCor");
+  EXPECT_THROW(Tables().Dataset("tbCor"), host::InputError);
+  EXPECT_NO_THROW(Tables().FechaTabela("tbCor"));
+}
+
+TEST_F(SharedDatasets, LocatesByKeyAndReadsTheRow) {
+  host::SharedDataset& materials = Open("tbMateriais");
+  ASSERT_TRUE(materials.Locate("codigo", {"F1"}));
+  EXPECT_EQ(materials.FieldByName("Descricao").AsText(), "Meia malha 30/1 PV");
+  EXPECT_DOUBLE_EQ(materials.FieldByName("LARGURA").AsFloat(), 1.8);
+  EXPECT_THROW(materials.FieldByName("NADA"), std::out_of_range);
+}
+
+TEST_F(SharedDatasets, NothingFoundLeavesNoRow) {
+  host::SharedDataset& materials = Open("tbMateriais");
+  ASSERT_TRUE(materials.Locate("CODIGO", {"F1"}));
+  EXPECT_FALSE(materials.Locate("CODIGO", {"F'1;"}));
+  EXPECT_TRUE(materials.FieldByName("DESCRICAO").IsNull());
+  EXPECT_THROW(materials.FieldByName("NADA"), std::out_of_range);
+}
+
+TEST_F(SharedDatasets, LocatesByManyColumnsAndNull) {
+  host::SharedDataset& compositions = Open("tbCompMaterial");
+  ASSERT_TRUE(compositions.Locate("MATERIAL;COR;CODIGO", {"F1", "02", "Y2"}));
+  EXPECT_DOUBLE_EQ(compositions.FieldByName("PERC").AsFloat(), 40);
+  EXPECT_TRUE(compositions.Locate("MATERIAL;PRODUTO", {"F1", host::Value()}));
+  EXPECT_FALSE(compositions.Locate("MATERIAL;COR", {"F1", host::Value()}));
+  EXPECT_THROW(compositions.Locate("MATERIAL;COR", {"F1"}), std::invalid_argument);
+}
+
+TEST_F(SharedDatasets, OneLookupIsOneStatement) {
+  host::SharedDataset& materials = Open("tbMateriais");
+  mill_.TakeStatements();
+  materials.Locate("CODIGO", {"F1"});
+  materials.FieldByName("DESCRICAO");
+  materials.FieldByName("PESO");
+  EXPECT_EQ(mill_.TakeStatements().size(), 1u);
+}
+
+TEST_F(SharedDatasets, TheFilterHidesRows) {
+  mill_.Insert("CADCORTI", {{"TIPO", "T"}, {"CODIGO", "F1"}, {"CODCLI", "M00004"}, {"COR", "0"}, {"CUSTO", 9}});
+  host::SharedDataset& prices = Open("TbCadCorTi");
+  EXPECT_TRUE(prices.Locate("CODIGO;CODCLI;COR", {"F1", "M00004", "0"}));
+  prices.SetFilter("TIPO = 'C' OR TIPO = 'X'");
+  EXPECT_FALSE(prices.Locate("CODIGO;CODCLI;COR", {"F1", "M00004", "0"}));
+  EXPECT_TRUE(prices.Locate("CODIGO;CODCLI;COR", {"F1", "M00001", "0"}));
+  prices.SetFilter("");
+  EXPECT_TRUE(prices.Locate("CODIGO;CODCLI;COR", {"F1", "M00004", "0"}));
+}
+
+// --- editing
+// ------------------------------------------------------------------------------------------------------------
+
+TEST_F(SharedDatasets, AppendsAPrice) {
+  host::SharedDataset& prices = Open("TbCadCorTi");
+  prices.Append();
+  prices.SetField("TIPO", "C");
+  prices.SetField("codigo", "F2");
+  prices.SetField("CODCLI", "M00004");
+  prices.SetField("CUSTO", 3.75);
+  EXPECT_DOUBLE_EQ(prices.FieldByName("Custo").AsFloat(), 3.75);
+  EXPECT_TRUE(prices.FieldByName("OBS").IsNull());
+  prices.SetField("COR", "0");
+  prices.Post();
+  EXPECT_EQ(prices.FieldByName("CODIGO").AsText(), "F2");
+  EXPECT_DOUBLE_EQ(mill_.Scalar("SELECT CUSTO FROM {CADCORTI} WHERE CODIGO = 'F2' AND CODCLI = 'M00004'").AsFloat(),
+                   3.75);
+}
+
+TEST_F(SharedDatasets, EditsOnlyTheRowItStandsOn) {
+  host::SharedDataset& prices = Open("TbCadCorTi");
+  ASSERT_TRUE(prices.Locate("CODIGO;CODCLI;COR", {"F1", "M00001", "02"}));
+  prices.Edit();
+  prices.SetField("CUSTO", 7.25);
+  prices.SetField("COR", "01");
+  prices.Post();
+  EXPECT_EQ(prices.FieldByName("COR").AsText(), "01");
+  EXPECT_DOUBLE_EQ(
+      mill_.Scalar("SELECT SUM(CUSTO) FROM {CADCORTI} WHERE CODIGO = 'F1' AND CODCLI = 'M00001'").AsFloat(), 12.25);
+}
+
+TEST_F(SharedDatasets, CancelForgetsAndDeleteRemoves) {
+  host::SharedDataset& prices = Open("TbCadCorTi");
+  const std::int64_t before = Prices();
+  ASSERT_TRUE(prices.Locate("CODIGO;CODCLI;COR", {"F1", "M00001", "02"}));
+  prices.Edit();
+  prices.SetField("CUSTO", 99);
+  prices.Cancel();
+  EXPECT_DOUBLE_EQ(prices.FieldByName("CUSTO").AsFloat(), 6.5);
+  prices.Post();
+  EXPECT_DOUBLE_EQ(mill_.Scalar("SELECT MAX(CUSTO) FROM {CADCORTI}").AsFloat(), 6.5);
+  prices.Delete();
+  EXPECT_EQ(Prices(), before - 1);
+  EXPECT_TRUE(prices.FieldByName("CUSTO").IsNull());
+  prices.Delete();
+  EXPECT_EQ(Prices(), before - 1);
+}
+
+TEST_F(SharedDatasets, ARefusedPostStaysInEdit) {
+  host::SharedDataset& prices = Open("TbCadCorTi");
+  prices.Append();
+  for (const auto& [column, text] : std::vector<std::pair<std::string, std::string>>{
+           {"TIPO", "C"}, {"CODIGO", "F1"}, {"CODCLI", "M00001"}, {"COR", "0"}}) {
+    prices.SetField(column, text);
+  }
+  EXPECT_THROW(prices.Post(), host::DatabaseError);
+  prices.SetField("COR", "01");
+  EXPECT_NO_THROW(prices.Post());
+}
+
+TEST_F(SharedDatasets, ARowDeletedElsewhereIsTold) {
+  host::SharedDataset& prices = Open("TbCadCorTi");
+  ASSERT_TRUE(prices.Locate("CODIGO;CODCLI;COR", {"F1", "M00001", "02"}));
+  mill_.Exec("DELETE FROM {CADCORTI} WHERE COR = '02'");
+  prices.Edit();
+  prices.SetField("CUSTO", 1);
+  EXPECT_THROW(prices.Post(), host::DatabaseError);
+}
+
+TEST_F(SharedDatasets, WhatNoScreenEditsRefusesEditing) {
+  host::SharedDataset& materials = Open("tbMateriais");
+  EXPECT_THROW(materials.Append(), std::logic_error);
+  EXPECT_THROW(materials.Delete(), std::logic_error);
+  EXPECT_THROW(Open("TbCadCorTi").SetField("CUSTO", 1), std::logic_error);
+}
+
+}  // namespace
