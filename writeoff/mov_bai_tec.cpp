@@ -1,0 +1,349 @@
+#include "writeoff/mov_bai_tec.h"
+
+#include <vector>
+
+#include "host/decimal.h"
+#include "host/errors.h"
+#include "host/text.h"
+#include "writeoff/order_queries.h"
+
+namespace writeoff {
+namespace {
+
+using host::EditKind;
+using host::FieldDef;
+using host::FieldType;
+
+constexpr std::size_t kLotWidth = 32;  // as wide as the stock's own column
+
+std::vector<FieldDef> ItemFields() {
+  return {{"Codigo", FieldType::kText, 15, {}, "Código"},
+          {"Descricao", FieldType::kText, 50, {}, "Descrição"},
+          {"Unidade", FieldType::kText, 3},
+          {"Pedido", FieldType::kText, 12},
+          {"Cor", FieldType::kText, 6},
+          {"Qtde", FieldType::kFloat, 0, "0.000"},
+          {"Qtde_B", FieldType::kFloat, 0, "0.000"},
+          {"Baixada", FieldType::kText, 1},
+          {"Peso_Uni", FieldType::kFloat, 0, "0.000"},
+          {"KgRolo", FieldType::kFloat, 0, "0.000"},
+          {"Qtde_Rolo", FieldType::kInteger},
+          {"Desc_Cor", FieldType::kText, 80},
+          {"Qtde_Rolo_B", FieldType::kInteger},
+          {"Tara", FieldType::kFloat, 0, "0.00"}};
+}
+
+std::vector<FieldDef> RollFields() {
+  return {{"Ordem", FieldType::kInteger},
+          {"Dt_Lan", FieldType::kDate},
+          {"Codigo"},
+          {"Descricao"},
+          {"Cor"},
+          {"Qtde", FieldType::kFloat},
+          {"Qtde_R", FieldType::kFloat},
+          {"NF_Ret"},
+          {"NF_Cob"},
+          {"Deposito"},
+          {"Turno"},
+          {"Lote"},
+          {"Local"},
+          {"Funcionario"},
+          {"Nome"},
+          {"Pedido"},
+          {"Maquina"},
+          {"Desc_Maquina"},
+          {"Observacao"},
+          {"Ficha"}};
+}
+
+std::vector<FieldDef> RememberedFields() {
+  return {{"Codigo", FieldType::kText, 15},
+          {"Cor", FieldType::kText, 6},
+          {"Lote", FieldType::kText, kLotWidth},
+          {"Deposito", FieldType::kText, 6}};
+}
+
+std::vector<host::GridColumn> ItemColumns() {
+  constexpr auto kRight = host::Align::kRight;
+  return {{"Codigo", "Código", 15, true},
+          {"Descricao", "Descrição", 40, true},
+          {"Unidade", "Un.", 4, true},
+          {"Pedido", "Pedido", 12, true},
+          {"Cor", "Cor", 6, true},
+          {"Desc_Cor", "Desc. Cor", 30, true},
+          {"Qtde", "Qtde", 12, true, false, kRight},
+          {"Qtde_B", "Baixada", 12, true, false, kRight},
+          {"Baixada", "Encerrado", 10, false, true, host::Align::kCenter},
+          {"KgRolo", "Kg Rolo", 10, true, false, kRight},
+          {"Qtde_Rolo", "Rolos", 8, true, false, kRight},
+          {"Qtde_Rolo_B", "Rolos Baixados", 8, true, false, kRight},
+          {"Tara", "Tara", 8, true, false, kRight}};
+}
+
+std::vector<host::GridColumn> RollColumns() {
+  constexpr auto kRight = host::Align::kRight;
+  return {{"Ordem", "Ord.", 6, true, false, kRight},
+          {"Dt_Lan", "Data", 10, true},
+          {"Codigo", "Codigo", 15, true},
+          {"Descricao", "Descrição do Material", 40, true},
+          {"Cor", "Cor", 6, true},
+          {"Qtde", "Qtde", 12, true, false, kRight},
+          {"Qtde_R", "Qtde_Rolo", 10, true, false, kRight},
+          {"NF_Ret", "Nota Retorno", 12, true},
+          {"NF_Cob", "Nota Cobrança", 12, true},
+          {"Deposito", "Deposito", 8, true},
+          {"Turno", "Turno", 6, true},
+          {"Lote", "Lote", 15, true},
+          {"Local", "Local", 20, true},
+          {"Nome", "Responsável", 30, true},
+          {"Pedido", "Pedido", 12, true},
+          {"Maquina", "Máquina", 8, true},
+          {"Desc_Maquina", "Desc. Máquina", 30, true}};
+}
+
+class Flag {
+ public:
+  explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Flag() { flag_ = false; }
+  Flag(const Flag&) = delete;
+  Flag& operator=(const Flag&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
+TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
+    : Screen(host, "TfmMovBaiTec", "fmMovBaiTec", "Baixa de Ordem de Tecelagem"),
+      TbItens(*this, "TbItens", ItemFields()),
+      TbRolos(*this, "TbRolos", RollFields()),
+      TbBaixas(*this, "TbBaixas", RememberedFields()),
+      EdtLote(*this, "EdtLote", "Lote", EditKind::kText, 6),
+      PqLote(*this, "PqLote", "TECEL", "NUMERO"),
+      EdtFornecedor(*this, "EdtFornecedor", "Fornecedor", EditKind::kText, 6),
+      LblFornecedor(*this, "LblFornecedor"),
+      EdtData(*this, "EdtData", "Data Baixa", EditKind::kDate),
+      EdtCodigo(*this, "EdtCodigo", "Código", EditKind::kText, 15),
+      LblCodigo(*this, "LblCodigo"),
+      EdtCor(*this, "EdtCor", "Cor", EditKind::kText, 6),
+      CbBarra(*this, "CbBarra", "Código de Barras"),
+      EdtBarra(*this, "EdtBarra", "Código de Barras", EditKind::kText, 30),
+      EdtQtde(*this, "EdtQtde", "Quantidade", EditKind::kNumber, 0, " 0.000"),
+      EdtPecas(*this, "EdtPecas", "Peças", EditKind::kNumber, 0, "0"),
+      EdtTara(*this, "EdtTara", "Tara", EditKind::kNumber, 0, "0.00"),
+      EdtDeposito(*this, "EdtDeposito", "Depósito Entrada", EditKind::kText, 6),
+      LblDeposito(*this, "LblDeposito"),
+      PqDeposito(*this, "PqDeposito", "DEPOSITO", "CODIGO"),
+      EdtNFRet(*this, "EdtNFRet", "NF Retorno", EditKind::kText, 6),
+      EdtNFCob(*this, "EdtNFCob", "NF Cobrança", EditKind::kText, 6),
+      EdtLocal(*this, "EdtLocal", "Local", EditKind::kText, 100),
+      EdtTurno(*this, "EdtTurno", "Turno", EditKind::kText, 2),
+      EdtFunc(*this, "EdtFunc", "Responsável", EditKind::kText, 5),
+      LblFunc(*this, "LblFunc"),
+      PqFunc(*this, "PqFunc", "PESSOAL", "CODIGO"),
+      EdtMaquina(*this, "EdtMaquina", "Máquina", EditKind::kText, 6),
+      LblMaquina(*this, "LblMaquina"),
+      PqMaquina(*this, "PqMaquina", "MAQUINA", "MAQUINA"),
+      BtnConfirma(*this, "BtnConfirma", "Confirmar", [this] { BtnConfirmaClick(); }),
+      BtnFechar(*this, "BtnFechar", "&Fechar", [this] { Close(); }),
+      GrdItens(*this, "GrdItens", TbItens, ItemColumns()),
+      GrdRolos(*this, "GrdRolos", TbRolos, RollColumns()),
+      PopItens(*this, "PopItens"),
+      PopQtde(*this, "PopQtde"),
+      closing_(host),
+      record_(host) {
+  for (host::Edit* shown : {&EdtFornecedor, &EdtCodigo, &EdtCor}) shown->SetReadOnly(true);
+  EdtBarra.SetVisible(false);
+  GrdRolos.SetReadOnly(true);
+  GrdItens.Popup = &PopItens;
+  LigaEventos();
+  LigaPesquisas();
+}
+
+void TfmMovBaiTec::LigaEventos() {
+  EdtLote.OnExit = [this] { BuscaDados(false); };
+  EdtFunc.OnExit = [this] { EdtFuncExit(); };
+  EdtDeposito.OnExit = [this] { LblDeposito.SetText(Descricao("DEPOSITO", "CODIGO", EdtDeposito.Text())); };
+  EdtMaquina.OnExit = [this] { LblMaquina.SetText(Descricao("MAQUINA", "MAQUINA", EdtMaquina.Text())); };
+  CbBarra.OnClick = [this] { CbBarraClick(); };
+
+  TbItens.AfterScroll = [this] {
+    if (!loading_) TbItensAfterScroll();
+  };
+  TbItens["Baixada"].OnChange = [this](host::Field&) {
+    if (!loading_) TbItensBaixadaChange();
+  };
+  // Items come and go in the order, not here.
+  TbItens.BeforePost = [this] {
+    if (TbItens["Codigo"].AsText().empty()) TbItens.Cancel();
+  };
+  TbItens.BeforeDelete = [] { throw host::Abort(); };
+  GrdItens.OnClick = [this] { MostraItem(); };
+  GrdItens.OnDblClick = [this] { wwDBGrid1DblClick(); };
+  PopItens.Add("ConsiderarReserva", "Considerar Reserva como baixada", [this] { ConsiderarReservaComoBaixadaClick(); });
+  PopQtde.Add("CalcularMetros1", "Conversão de unidade", [this] { CalcularMetros1Click(); });
+}
+
+void TfmMovBaiTec::LigaPesquisas() {
+  PqLote.OnFechaPesquisa = [this] {
+    EdtLote.SetText(PqLote.RetornoPesquisa("NUMERO").AsText());
+    BuscaDados(false);
+  };
+  PqDeposito.OnFechaPesquisa = [this] {
+    EdtDeposito.SetText(PqDeposito.RetornoPesquisa("CODIGO").AsText());
+    LblDeposito.SetText(PqDeposito.RetornoPesquisa("DESCRICAO").AsText());
+  };
+  PqFunc.OnFechaPesquisa = [this] {
+    EdtFunc.SetText(PqFunc.RetornoPesquisa("CODIGO").AsText());
+    EdtFuncExit();
+  };
+  PqMaquina.OnFechaPesquisa = [this] {
+    EdtMaquina.SetText(PqMaquina.RetornoPesquisa("MAQUINA").AsText());
+    LblMaquina.SetText(PqMaquina.RetornoPesquisa("DESCRICAO").AsText());
+  };
+}
+
+void TfmMovBaiTec::FormCreate() {
+  lot_scheme_ = host::Left(Servicos().BuscaParametro("MAL", 40), 1);
+  EdtData.SetDate(GetHost().GetClock().Today());
+}
+
+// --- loading -----------------------------------------------------------------------------------------------------
+
+void TfmMovBaiTec::BuscaDados(bool reload) {
+  const std::string order = Ordem();
+  const auto items = Banco().NewQuery();
+  const auto rolls = Banco().NewQuery();
+  ItemsOfOrder(items->SQL, Servicos(), order);
+  RollsOfOrder(rolls->SQL, Servicos(), order);
+  items->Open();
+  rolls->Open();
+
+  if (order != loaded_order_) TbBaixas.Empty();
+  loaded_order_ = order;
+  if (!reload) MostraCabecalho(*items);
+  MostraItens(*items, reload);
+  MostraRolos(*rolls);
+}
+
+void TfmMovBaiTec::MostraCabecalho(host::TTIQuery& order) {
+  EdtFornecedor.SetText(order.FieldByName("MALHARIA").AsText());
+  LblFornecedor.SetText(order.FieldByName("NOME").AsText());
+  if (order.IsEmpty()) return;
+  EdtDeposito.SetText(order.FieldByName("DEPOSITO").AsText());
+  LblDeposito.SetText(order.FieldByName("DESC_DEP_ENT").AsText());
+  EdtMaquina.SetText(order.FieldByName("MAQUINA").AsText());
+  LblMaquina.SetText(Descricao("MAQUINA", "MAQUINA", EdtMaquina.Text()));
+}
+
+void TfmMovBaiTec::MostraItens(host::TTIQuery& order, bool reload) {
+  const std::vector<host::Value> stood_on = {TbItens["Codigo"].Get(), TbItens["Cor"].Get()};
+  bool stays = false;
+  {
+    const Flag loading(loading_);
+    TbItens.Empty();
+    for (; !order.Eof(); order.Next()) AcrescentaItem(order);
+    TbItens.First();
+    stays = reload && TbItens.Locate("Codigo;Cor", stood_on);
+  }
+  if (!stays) TbItensAfterScroll();
+}
+
+void TfmMovBaiTec::AcrescentaItem(host::TTIQuery& order) {
+  if (order.FieldByName("CODIGO").IsNull()) return;
+  TbItens.Append();
+  for (const char* field : {"Codigo", "Descricao", "Unidade", "Pedido", "Cor", "Qtde", "Qtde_B", "Baixada", "Peso_Uni",
+                            "Desc_Cor", "Tara"}) {
+    TbItens[field].Set(order.FieldByName(field));
+  }
+  const double quantity = order.FieldByName("QTDE").AsFloat();
+  const double per_roll = order.FieldByName("KG_ROLO").AsFloat();
+  TbItens["KgRolo"].Set(per_roll);
+  TbItens["Qtde_Rolo"].Set(quantity > 0 && per_roll > 0 ? host::RoundTo(quantity / per_roll, 0) : 0.0);
+  TbItens["Qtde_Rolo_B"].Set(order.FieldByName("QTDE_R_B").AsFloat());
+  TbItens.Post();
+}
+
+void TfmMovBaiTec::MostraRolos(host::TTIQuery& rolls) {
+  TbRolos.LoadFrom(rolls);
+  TbRolos["QTDE"].SetFormat("0.000");
+  TbRolos["QTDE_R"].SetFormat("0");
+  GrdRolos.SetColumns(RollColumns());
+}
+
+std::string TfmMovBaiTec::Descricao(std::string_view table, std::string_view key, std::string_view code) const {
+  const std::string trimmed = host::Trim(code);
+  if (trimmed.empty()) return {};
+  return Servicos().Busca_Valor(table, key, "DESCRICAO", Servicos().Aspas(trimmed), true, true).AsText();
+}
+
+void TfmMovBaiTec::EdtFuncExit() {
+  const std::string code = host::Trim(EdtFunc.Text());
+  LblFunc.SetText("");
+  if (code.empty()) return;
+  const auto query = Banco().NewQuery();
+  query->SQL.Add("SELECT NOME, TURNO FROM " + Servicos().DBLocal("PESSOAL", true) +
+                 " WHERE CODIGO = " + Servicos().Aspas(code));
+  query->Open();
+  if (query->IsEmpty()) return;
+  LblFunc.SetText(query->FieldByName("NOME").AsText());
+  EdtTurno.SetText(query->FieldByName("TURNO").AsText());
+}
+
+// --- the item grid -----------------------------------------------------------------------------------------------
+
+void TfmMovBaiTec::MostraItem() {
+  EdtCodigo.SetText(TbItens["Codigo"].AsText());
+  LblCodigo.SetText(TbItens["Descricao"].AsText());
+  EdtCor.SetText(TbItens["Cor"].AsText());
+}
+
+void TfmMovBaiTec::TbItensAfterScroll() {
+  MostraItem();
+  EdtTara.SetNumber(TbItens["Tara"].AsFloat());
+}
+
+void TfmMovBaiTec::TbItensBaixadaChange() {
+  const std::string flag = TbItens["Baixada"].AsText();
+  bool give_up = false;
+  try {
+    closing_.SetClosed(loaded_order_, TbItens["Codigo"].AsText(), flag);
+    Banco().CommitRetaining();
+    give_up =
+        flag == "S" && closing_.HasReservations(loaded_order_) && Confirm("Deseja remover as reservas deste lote?");
+  } catch (...) {
+    TbItens.Cancel();  // the tick must not show what was not written
+    throw;
+  }
+  TbItens.Post();
+  if (give_up) closing_.ClearReservations(loaded_order_, true);
+}
+
+void TfmMovBaiTec::ConsiderarReservaComoBaixadaClick() {
+  if (TbItens.IsEmpty()) return;
+  if (!Confirm("Este procedimento irá zerar o saldo da reserva desse item. Deseja continuar?")) return;
+  closing_.ClearReservations(loaded_order_, false);
+}
+
+void TfmMovBaiTec::wwDBGrid1DblClick() {
+  last_net_ = 0;
+  EdtQtde.SetNumber(host::WithoutNoise(TbItens["Qtde"].AsFloat() - TbItens["Qtde_B"].AsFloat()));
+}
+
+void TfmMovBaiTec::CalcularMetros1Click() {
+  const auto typed = GetHost().GetDialogs().InputBox("Conversão de unidade", "Informe a quantidade:", "");
+  if (!typed) return;
+  const auto number = host::ParseTyped(*typed);
+  if (!number || !(*number > 0)) return;
+  const double weight =
+      Servicos().Busca_Valor("MATERIAL", "CODIGO", "PESO", Servicos().Aspas(EdtCodigo.Text()), true, true).AsFloat();
+  EdtQtde.SetNumber(host::WithoutNoise(weight * *number));
+}
+
+void TfmMovBaiTec::CbBarraClick() {
+  EdtBarra.SetVisible(CbBarra.Checked());
+  if (!CbBarra.Checked()) EdtBarra.Clear();
+}
+
+}  // namespace writeoff

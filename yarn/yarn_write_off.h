@@ -1,0 +1,84 @@
+// Where the write-off of rolls and the yarn write-off meet: the one opens the other, hands it a roll, and gets back
+// under which number and lot the roll was entered.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "host/date.h"
+#include "host/kit/dataset.h"
+
+namespace yarn {
+
+/// Marked before the first statement that a roll writes. Whoever fails while writing the rest of the roll goes back
+/// there.
+inline constexpr std::string_view kBeforeRoll = "ANTES_DA_PECA";
+
+/// Values of SituacaoFios.
+inline constexpr int kYarnOpen = 0;       // nothing decided yet
+inline constexpr int kYarnConsumed = 1;   // yarn out, fabric in
+inline constexpr int kYarnCancelled = 2;  // given up by the operator
+
+/// Items counted or measured: written off in kilograms by their unit weight, in stock by piece or metre. `unit` in
+/// capitals.
+inline bool CountedByWeight(std::string_view unit) { return unit == "PC" || unit == "UN" || unit == "MT"; }
+
+/// The roll as the write-off screen shows it.
+struct Roll {
+  std::string order;
+  std::string client;  // the knitting mill
+  std::string machine;
+  std::string employee;
+  std::string deposit;
+  host::Date date;
+  std::string unit;        // of the order's item, in capitals
+  double unit_weight = 0;  // kilograms per piece or metre
+  std::string sales_order;
+  std::string return_note;
+  std::string lot_scheme;
+  bool bar_code_ticked = false;
+  std::string bar_code;
+};
+
+/// What the yarn screen asks of the screen that opened it.
+class YarnWriteOffOpener {
+ public:
+  virtual ~YarnWriteOffOpener() = default;
+
+  virtual Roll CurrentRoll() const = 0;
+  /// Lots to use again for later rolls of the same order: fields Codigo, Cor, Lote, Deposito.
+  virtual host::Dataset& RememberedLots() = 0;
+
+  // Handed back; meaningful once SituacaoFios is kYarnConsumed.
+  int OrdemBaixa = 0;     // number of the roll within its order
+  std::string LoteBaixa;  // lot under which the fabric entered stock
+  int SituacaoFios = kYarnOpen;
+};
+
+/// The yarn screen as its opener uses it: fields first, then ConsultaFiosOF, then one of the ways to consume.
+class YarnWriteOff {
+ public:
+  virtual ~YarnWriteOff() = default;
+
+  double QtdeMalha = 0;  // fabric of this roll, in kilograms
+  std::string MaterialMalha;
+  std::string CorMalha;
+  std::string ClienteMalha;
+  std::string LocalMalha;        // place, for every movement of this roll
+  bool BaixaAutomatica = false;  // set by the opener around BaixaFiosReservados
+
+  /// The opener is lent; null takes it off.
+  virtual void SetOpener(YarnWriteOffOpener* opener) = 0;
+  /// Lists the yarns that the roll consumes and the stock lots that hold them. Throws DatabaseError; refuses (box,
+  /// Abort) an order that is written off in full and still holds reservations.
+  virtual void ConsultaFiosOF() = 0;
+  /// Consumes from the lots reserved for the order. True when that covered every yarn and the roll was moved; false
+  /// leaves what was taken in the lists and nothing in the database. Abort when the movement failed: it has been
+  /// undone and told.
+  virtual bool BaixaFiosReservados() = 0;
+  /// Consumes what is left from the opener's remembered lots, as the operator would; stops at the first that is gone
+  /// or holds too little. The outcomes are those of BaixaFiosReservados.
+  virtual bool BaixaFiosLembrados() = 0;
+};
+
+}  // namespace yarn
