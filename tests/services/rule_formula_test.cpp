@@ -37,6 +37,7 @@ TEST(RuleFormulas, ChooseTheSmallestAndTheLargest) {
   EXPECT_DOUBLE_EQ(Value("MIN(3; 1,5; 2)"), 1.5);
   EXPECT_DOUBLE_EQ(Value("max(3; 1 + 7; 2)"), 8);
   EXPECT_DOUBLE_EQ(Value("MIN(100; MAX(0; GRAMATURA))"), 100);
+  EXPECT_DOUBLE_EQ(Value("MIN(100; MAX(0; 130 - GRAMATURA / 2))"), 50);
 }
 
 TEST(RuleFormulas, RefuseWhatIsNoFormula) {

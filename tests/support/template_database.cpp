@@ -1,12 +1,15 @@
 #include "support/template_database.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/file.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <vector>
@@ -57,6 +60,24 @@ void Build(const fs::path& path) {
   fs::rename(draft, path);
 }
 
+// Where the copies live: in memory where the system offers it, because forced writes to a disk are most of a test's
+// time and no test takes the power away. Copies of programs that were killed are cleared.
+const fs::path& CopyFolder() {
+  static const fs::path kFolder = [] {
+    const fs::path memory = "/dev/shm";
+    if (access(memory.c_str(), W_OK) != 0) return Folder();
+    fs::path folder = memory / ("tecelagem-tests-" + std::to_string(getuid()));
+    fs::create_directories(folder);
+    for (const auto& entry : fs::directory_iterator(folder)) {
+      const pid_t owner = std::atoi(entry.path().filename().c_str());
+      std::error_code ignored;
+      if (owner > 0 && kill(owner, 0) != 0 && errno == ESRCH) fs::remove_all(entry.path(), ignored);
+    }
+    return folder;
+  }();
+  return kFolder;
+}
+
 class FileLock {
  public:
   explicit FileLock(const fs::path& path) : descriptor_(open(path.c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600)) {
@@ -82,7 +103,7 @@ fs::path Original() {
 std::string FreshDatabase() {
   static const fs::path kOriginal = Original();
   static std::atomic<int> counter = 0;
-  const fs::path path = Folder() / ("mill-" + std::to_string(getpid()) + "-" + std::to_string(++counter) + ".fdb");
+  const fs::path path = CopyFolder() / (std::to_string(getpid()) + "-" + std::to_string(++counter) + ".fdb");
   fs::copy_file(kOriginal, path, fs::copy_options::overwrite_existing);
   return path.string();
 }
