@@ -25,32 +25,21 @@ ActResult Desk::Run(std::string_view title, const std::function<void()>& act) {
     act();
     return ActResult::kDone;
   }
-  const ActResult result = RunOuter(title, act);
+  const ActResult result = RunBracketed(title, act);
   if (result == ActResult::kFailed) requested_ = nullptr;
   Finish();
   return result;
 }
 
-// An act of the person: the outermost action, or one in a modal screen. The latter began with all work durable, since
-// the screen waited, so it can be ended and undone by itself; the outer action then goes on with a new bracket.
-ActResult Desk::RunOuter(std::string_view title, const std::function<void()>& act) {
+// One bracket: the outermost action's, or that of an act in a modal screen, which ends and is undone by itself.
+ActResult Desk::RunBracketed(std::string_view title, const std::function<void()>& act) {
   using Outcome = DeskEnvironment::Outcome;
   const bool inner = depth_ > 0;
   const Restored<bool> not_waiting(impl_->waiting, false);
   const Restored<int> deeper(depth_, depth_ + 1);
-  const auto end = [this, inner](Outcome outcome) {
-    environment_.EndAction(outcome);
-    if (inner) environment_.BeginAction();
-  };
-  const auto end_well = [this, inner] {
-    if (!inner) {
-      environment_.EndAction(Outcome::kOk);
-    } else if (Modal() != nullptr && !Modal()->CloseRequested()) {
-      environment_.BeforeWait();
-    }
-  };
+  ActResult result = ActResult::kDone;
   try {
-    if (!inner) environment_.BeginAction();
+    environment_.BeginAction();
   } catch (const std::exception& error) {
     Tell(title, error);
     return ActResult::kFailed;
@@ -58,28 +47,25 @@ ActResult Desk::RunOuter(std::string_view title, const std::function<void()>& ac
   try {
     act();
   } catch (const Abort&) {
-    try {
-      end(Outcome::kAborted);
-    } catch (const std::exception& error) {
-      Tell(title, error);
-      return ActResult::kFailed;
-    }
-    return ActResult::kRefused;
+    result = ActResult::kRefused;
   } catch (const ActError&) {
-    end(Outcome::kFailed);
+    environment_.EndAction(Outcome::kFailed);
     throw;
   } catch (const std::exception& error) {
-    end(Outcome::kFailed);
+    // The undoing comes first: telling is a wait and would make half the work durable.
+    environment_.EndAction(Outcome::kFailed);
     Tell(title, error);
     return ActResult::kFailed;
   }
   try {
-    end_well();
+    environment_.EndAction(result == ActResult::kDone ? Outcome::kOk : Outcome::kAborted);
+    // A modal screen that stays open waits for the person again.
+    if (inner && Modal() != nullptr && !Modal()->CloseRequested()) environment_.BeforeWait();
   } catch (const std::exception& error) {
     Tell(title, error);
     return ActResult::kFailed;
   }
-  return ActResult::kDone;
+  return result;
 }
 
 void Desk::Tell(std::string_view title, const std::exception& error) { environment_.TellError(title, error); }

@@ -22,11 +22,13 @@ class DeskEnvironment {
   /// A new screen of that class; throws InputError for an unknown class.
   virtual std::unique_ptr<Screen> CreateScreen(std::string_view screen_class) = 0;
 
-  /// Brackets of the outermost action: a click, an exit, a double click. `ok` true: pending work is made durable.
-  /// `aborted`: what was asked to be durable is, the rest is undone. Otherwise everything since the last durable point
-  /// is undone. EndAction(ok) and EndAction(aborted) may throw (the commit failed); everything has been undone then.
-  /// An act of the person in a modal screen that fails or is aborted ends the bracket likewise, and the next one begins
-  /// at once for the rest of the action that opened the screen.
+  /// Brackets of an action of the person: a click, an exit, a double click. They nest: an act in a modal screen is a
+  /// bracket inside that of the action which opened the screen, and begins with everything durable since the screen
+  /// waited for it.
+  /// kOk: the outermost bracket makes pending work durable; an inner one leaves it to the next wait or the outer one.
+  /// kAborted: what was asked to be durable stays as with kOk, the rest is undone. kFailed: everything since the last
+  /// durable point is undone. EndAction(kOk) and EndAction(kAborted) may throw (the commit failed); everything since
+  /// the last durable point has been undone then. EndAction(kFailed) does not throw.
   virtual void BeginAction() = 0;
   enum class Outcome { kOk, kAborted, kFailed };
   virtual void EndAction(Outcome outcome) = 0;
@@ -152,7 +154,7 @@ class Desk : public ScreenSite {
   bool IsModal(const Screen* screen) const;
 
   Screen& Create(std::string_view screen_class);
-  ActResult RunOuter(std::string_view title, const std::function<void()>& act);
+  ActResult RunBracketed(std::string_view title, const std::function<void()>& act);
   void Tell(std::string_view title, const std::exception& error);
   void Finish();
   bool CloseAsked();

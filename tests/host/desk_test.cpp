@@ -238,11 +238,12 @@ TEST_F(ModalTest, WorkDoneInItIsDurableWhileItStaysOpen) {
     toy.notes.clear();
     on_nothing = [this] { toy.notes.emplace_back("worked"); };
     toy.desk.Click(Part<Button>(screen, "BtnNada"));
-    EXPECT_EQ(toy.notes, (test::Notes{"wait", "worked", "wait"}));  // entering the button was an act too
+    // Entering the button was an act too.
+    EXPECT_EQ(toy.notes, (test::Notes{"begin", "end", "wait", "begin", "worked", "end", "wait"}));
     toy.notes.clear();
     on_take = [this] { toy.notes.emplace_back("taken"); };
     toy.desk.Click(Part<Button>(screen, "BtnBaixar"));
-    EXPECT_EQ(toy.notes, (test::Notes{"wait", "wait", "taken"}));
+    EXPECT_EQ(toy.notes, (test::Notes{"begin", "end", "wait", "begin", "end", "wait", "begin", "taken", "end"}));
   };
   EXPECT_EQ(Confirm(), ActResult::kDone);
 }
@@ -253,11 +254,11 @@ TEST_F(ModalTest, AnAbortInItEndsOnlyTheInnerAct) {
     toy.desk.Enter(Part<Button>(screen, "BtnNada"));
     toy.notes.clear();
     EXPECT_EQ(toy.desk.Click(Part<Button>(screen, "BtnNada")), ActResult::kRefused);
-    EXPECT_EQ(toy.notes, (test::Notes{"end aborted", "begin"}));
+    EXPECT_EQ(toy.notes, (test::Notes{"begin", "end aborted", "wait"}));
     screen.Close();
   };
   EXPECT_EQ(Confirm(), ActResult::kDone);
-  EXPECT_EQ(toy.TakeEvents(), "end aborted | back | close Fio | gone Fio");
+  EXPECT_EQ(toy.TakeEvents(), "end aborted | wait | back | close Fio | gone Fio");
 }
 
 TEST_F(ModalTest, AnErrorInItIsUndoneAndToldAndTheOuterGoesOn) {
@@ -266,7 +267,7 @@ TEST_F(ModalTest, AnErrorInItIsUndoneAndToldAndTheOuterGoesOn) {
     toy.desk.Enter(Part<Button>(screen, "BtnNada"));
     toy.notes.clear();
     EXPECT_EQ(toy.desk.Click(Part<Button>(screen, "BtnNada")), ActResult::kFailed);
-    EXPECT_EQ(toy.notes, (test::Notes{"end failed", "begin", "error Fio: falhou"}));
+    EXPECT_EQ(toy.notes, (test::Notes{"begin", "end failed", "error Fio: falhou"}));
   };
   EXPECT_EQ(Confirm(), ActResult::kDone);
   EXPECT_EQ(toy.desk.Modal(), nullptr);
