@@ -1,5 +1,6 @@
 #include "app/cli/commands.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <filesystem>
@@ -9,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/application.h"
 #include "app/books/check.h"
@@ -114,7 +116,14 @@ int Script(const Arguments& arguments) {
 int Check(const Arguments& arguments) {
   const auto database = OpenCurrent(arguments);
   CheckPerson(*database, arguments);
-  return books::Check(*database, std::cout);
+  const std::vector<std::string> off = books::CheckBooks(*database);
+  for (const std::string& line : off) std::cout << line << std::endl;
+  if (!off.empty()) {
+    throw host::InputError("os livros de " + arguments.database + " não fecham: " + std::to_string(off.size()) +
+                           (off.size() == 1 ? " diferença." : " diferenças."));
+  }
+  std::cout << "Os livros de " << arguments.database << " fecham." << std::endl;
+  return 0;
 }
 
 int Version() {
