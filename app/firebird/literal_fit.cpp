@@ -74,7 +74,7 @@ bool IsPlainDate(std::string_view text) {
 }
 
 Fit FitOfText(const Literal& literal, const Column& parameter) {
-  if (parameter.charset != kUtf8 || literal.operand) return Fit::kNever;
+  if (parameter.charset != kUtf8) return Fit::kNever;
   // A number beside a text column compares as numbers, not as texts.
   if (literal.kind == Literal::Kind::kNumber) return Fit::kNever;
   const bool fits = host::Length(literal.text) * kBytesPerLetter <= parameter.length;
@@ -82,12 +82,11 @@ Fit FitOfText(const Literal& literal, const Column& parameter) {
 }
 
 Fit FitOfDate(const Literal& literal) {
-  if (literal.kind == Literal::Kind::kNumber || literal.operand) return Fit::kNever;
+  if (literal.kind == Literal::Kind::kNumber) return Fit::kNever;
   return IsPlainDate(literal.text) ? Fit::kYes : Fit::kNotThisValue;
 }
 
 Fit FitOfNumber(const Literal& literal, const Column& parameter) {
-  if (literal.operand && (parameter.type != SQL_DOUBLE || literal.kind == Literal::Kind::kText)) return Fit::kNever;
   const std::optional<Decimal> decimal = Parse(literal.text);
   if (!decimal) return Fit::kNotThisValue;
   if (parameter.type == SQL_DOUBLE) {
@@ -95,6 +94,12 @@ Fit FitOfNumber(const Literal& literal, const Column& parameter) {
     return exact ? Fit::kYes : Fit::kNotThisValue;
   }
   return FitsWhole(*decimal, parameter) ? Fit::kYes : Fit::kNotThisValue;
+}
+
+// A parameter that computes as the literal does: whole numbers and those with decimals divide differently.
+std::string OperandText(const Literal& literal) {
+  if (literal.decimals == 0) return "CAST(? AS BIGINT)";
+  return "CAST(? AS NUMERIC(18," + std::to_string(literal.decimals) + "))";
 }
 
 }  // namespace
@@ -106,7 +111,7 @@ std::string WithParameters(std::string_view sql, const std::vector<Literal>& lit
   for (std::size_t i = 0; i < literals.size(); ++i) {
     if (!kept.empty() && kept[i]) continue;
     text += sql.substr(copied, literals[i].begin - copied);
-    text += '?';
+    text += literals[i].operand ? OperandText(literals[i]) : "?";
     copied = literals[i].end;
   }
   text += sql.substr(copied);
@@ -132,18 +137,20 @@ Fit FitOf(const Literal& literal, const Column& parameter) {
 }
 
 host::Value ValueOf(const Literal& literal, const Column& parameter) {
-  const bool real = parameter.type == SQL_DOUBLE;
-  const bool whole = parameter.scale == 0 &&
-                     (parameter.type == SQL_SHORT || parameter.type == SQL_LONG || parameter.type == SQL_INT64);
-  // Scaled numbers and dates go as text, which the engine reads exactly as it reads the literal.
-  if (!real && !whole) return literal.text;
+  const bool whole = parameter.type == SQL_SHORT || parameter.type == SQL_LONG || parameter.type == SQL_INT64;
+  // Dates go as text, and so do numbers too long for a double: the engine reads them as it reads the literal.
+  if (!whole && parameter.type != SQL_DOUBLE) return literal.text;
   const char* begin = literal.text.data() + (literal.text.starts_with('+') ? 1 : 0);
+  const char* end = literal.text.data() + literal.text.size();
+  if (whole && parameter.scale == 0) {
+    std::int64_t integer = 0;
+    std::from_chars(begin, end, integer);
+    return integer;
+  }
+  if (whole && literal.text.size() > kExactDigits) return literal.text;
   double number = 0;
-  std::from_chars(begin, literal.text.data() + literal.text.size(), number);
-  if (real) return number;
-  std::int64_t integer = 0;
-  std::from_chars(begin, literal.text.data() + literal.text.size(), integer);
-  return integer;
+  std::from_chars(begin, end, number);
+  return number;
 }
 
 }  // namespace app::firebird

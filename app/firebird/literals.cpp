@@ -40,6 +40,8 @@ const std::unordered_set<std::string> kNoOperands = {"AND",     "OR",  "NOT",   
 
 const std::unordered_set<std::string> kStatements = {"SELECT", "INSERT", "UPDATE", "DELETE"};
 
+constexpr std::size_t kOperandDigits = 15;  // longer ones are left alone
+
 bool OneOf(std::string_view text, std::string_view characters) {
   return text.size() == 1 && characters.find(text[0]) != std::string_view::npos;
 }
@@ -118,22 +120,20 @@ class Finder {
     frames_.push_back(inner);
   }
 
-  // True when a literal may follow token `i`; `operand` when that token is an arithmetic operator.
-  bool MayPrecede(std::size_t i, bool& operand) const {
-    operand = false;
+  bool IsArithmetic(std::size_t i) const { return Is(i, Token::Kind::kOperator) && OneOf(Text(i), "+-*/"); }
+
+  // True when a literal may follow token `i`.
+  bool MayPrecede(std::size_t i, bool operand) const {
     if (Is(i, Token::Kind::kWord)) {
       const std::string word = Word(i);
       return word == "BETWEEN" || (word == "AND" && last_and_is_between_);
     }
     if (!Is(i, Token::Kind::kOperator)) return false;
     const std::string_view text = Text(i);
-    if (OneOf(text, "+-*/")) {
-      operand = true;
-      return EndsOperand(i - 1);
-    }
+    if (IsArithmetic(i)) return true;
     if (OneOf(text, "=<>") || (text.size() == 2 && text != "||")) return true;
-    if (frames_.back().area == Area::kValues) return OneOf(text, "(,");
-    return OneOf(text, "(,") && InList();
+    if (!OneOf(text, "(,")) return false;
+    return operand || frames_.back().area == Area::kValues || InList();
   }
 
   // True when token `i` can be the left side of an arithmetic operator.
@@ -153,41 +153,41 @@ class Finder {
     return i > 0 && Word(i - 1) == "IN";
   }
 
-  bool MayFollow(std::size_t i, bool operand, std::string_view before) const {
+  bool MayFollow(std::size_t i) const {
     if (i >= tokens_.size()) return true;
     if (Is(i, Token::Kind::kWord)) return kFollowing.contains(Word(i));
-    if (!Is(i, Token::Kind::kOperator)) return false;
-    const std::string_view text = Text(i);
-    if (OneOf(text, "),;")) return true;
-    // "A + 1 - B" is taken from the left; "A + 1 * B" is not.
-    if (operand && OneOf(text, "+-")) return true;
-    return operand && OneOf(before, "*/") && OneOf(text, "*/");
+    return Is(i, Token::Kind::kOperator) && (OneOf(Text(i), "),;") || IsArithmetic(i));
+  }
+
+  // The sign at `at_` - 1 belongs to the number when nothing stands before it that it could connect.
+  bool HasSign() const {
+    if (!IsNumber(at_) || at_ < 2 || !(IsOperator(at_ - 1, "-") || IsOperator(at_ - 1, "+"))) return false;
+    return !EndsOperand(at_ - 2) && !IsNumber(at_ - 2) && !Is(at_ - 2, Token::Kind::kText);
   }
 
   void Consider() {
     const Frame& frame = frames_.back();
     if (frame.area == Area::kOther || frame.open_cases > 0 || at_ == 0) return;
-    std::size_t first = at_;
-    bool operand = false;
-    bool negative = false;
-    if (IsNumber(at_) && at_ > 1 && (IsOperator(at_ - 1, "-") || IsOperator(at_ - 1, "+")) && !EndsOperand(at_ - 2) &&
-        !IsNumber(at_ - 2) && !Is(at_ - 2, Token::Kind::kText)) {
-      negative = IsOperator(at_ - 1, "-");
-      first = at_ - 1;
-    }
-    if (!MayPrecede(first - 1, operand)) return;
-    if (first != at_ && operand) return;
-    if (!MayFollow(at_ + 1, operand, Text(first - 1))) return;
+    const bool sign = HasSign();
+    const std::size_t first = sign ? at_ - 1 : at_;
+    const bool operand = IsArithmetic(first - 1) || IsArithmetic(at_ + 1);
+    if (!MayPrecede(first - 1, operand) || !MayFollow(at_ + 1)) return;
+    if (operand && (!IsNumber(at_) || tokens_[at_].end - tokens_[at_].begin > kOperandDigits)) return;
     Literal literal;
     literal.kind = IsNumber(at_) ? Literal::Kind::kNumber : Literal::Kind::kText;
     literal.begin = tokens_[first].begin;
     literal.end = tokens_[at_].end;
-    literal.text = IsNumber(at_) ? (negative ? "-" : "") + std::string(Text(at_)) : Unquoted(Text(at_));
+    literal.text = Unquoted(Text(at_));
+    if (sign && IsOperator(first, "-")) literal.text.insert(0, "-");
     literal.operand = operand;
+    const std::size_t point = literal.text.find('.');
+    literal.decimals =
+        IsNumber(at_) && point != std::string::npos ? static_cast<int>(literal.text.size() - point - 1) : 0;
     found_.push_back(std::move(literal));
   }
 
   static std::string Unquoted(std::string_view quoted) {
+    if (quoted[0] != '\'') return std::string(quoted);
     std::string text;
     for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
       text += quoted[i];

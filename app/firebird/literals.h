@@ -19,14 +19,15 @@ struct Literal {
   std::size_t begin;  // in the statement, a sign included
   std::size_t end;
   std::string text;  // the text without quotes, or the digits with sign and point
-  bool operand;      // of + - * /: the type that the engine gives a parameter there decides the type of the result
+  bool operand;      // of + - * /: its type decides the type of the result, so its parameter is cast to just that type
+  int decimals;      // as written, trailing zeros included
 };
 
 /// The literals of a SELECT, INSERT, UPDATE or DELETE at places where a parameter means the same; none for any other
 /// statement and for one that already has parameters.
 std::vector<Literal> FindLiterals(std::string_view sql);
 
-/// The statement with "?" for each literal except those marked in `kept` (empty: none is kept).
+/// The statement with "?" (an operand as "CAST(? AS type)") for each literal except those marked in `kept` (empty: none is kept).
 std::string WithParameters(std::string_view sql, const std::vector<Literal>& literals, const std::vector<bool>& kept);
 
 enum class Fit {
