@@ -105,6 +105,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
  private:
   // --- services::Windows -----------------------------------------------------------------------------------------
   host::Screen& LoadScreen(std::string_view screen_class) override;
+  void MoveFocus(host::Screen& screen, bool back) override { desk_.MoveFocus(screen, back); }
   std::string AskDate(std::string_view caption, std::string_view prompt) override;
 
   void CloseScreens() noexcept;

@@ -5,7 +5,6 @@
 #include "app/services/percentage_rules.h"
 #include "host/decimal.h"
 #include "host/errors.h"
-#include "host/kit/screen.h"
 #include "host/text.h"
 
 namespace app::services {
@@ -75,22 +74,7 @@ std::string GeneralServices::InputBoxData(std::string_view caption, std::string_
 // Without windows there is no indicator to show.
 void GeneralServices::Ocupado(bool /*on*/, const host::Screen& /*screen*/, std::string_view /*text*/) {}
 
-void GeneralServices::pSetFocus(host::Screen& screen, bool back) {
-  std::vector<host::Control*> inputs;
-  for (host::Component* component : screen.Components()) {
-    auto* control = dynamic_cast<host::Control*>(component);
-    if (control != nullptr && control->Focusable() && control->Enabled() && control->Visible()) {
-      inputs.push_back(control);
-    }
-  }
-  if (inputs.empty()) return;
-  const host::Control* focused = screen.Site() == nullptr ? nullptr : screen.Site()->Focused();
-  std::size_t position = back ? 0 : inputs.size() - 1;  // without focus: the last, going back, or the first
-  for (std::size_t i = 0; i < inputs.size(); ++i) {
-    if (inputs[i] == focused) position = i;
-  }
-  inputs[(position + (back ? inputs.size() - 1 : 1)) % inputs.size()]->SetFocus();
-}
+void GeneralServices::pSetFocus(host::Screen& screen, bool back) { parts_.windows.MoveFocus(screen, back); }
 
 host::Screen& GeneralServices::Carrega_Form(std::string_view screen_class) {
   return parts_.windows.LoadScreen(screen_class);

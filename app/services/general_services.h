@@ -17,8 +17,9 @@ namespace app::services {
 class Windows {
  public:
   virtual ~Windows() = default;
-  /// See host::Funcoes::Carrega_Form and host::Funcoes::InputBoxData.
+  /// See the operations of host::Funcoes that these serve: Carrega_Form, pSetFocus, InputBoxData.
   virtual host::Screen& LoadScreen(std::string_view screen_class) = 0;
+  virtual void MoveFocus(host::Screen& screen, bool back) = 0;
   virtual std::string AskDate(std::string_view caption, std::string_view prompt) = 0;
 };
 

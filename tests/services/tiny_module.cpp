@@ -1,5 +1,8 @@
-// The screens of these tests: the services are tried without the module's own.
+// The screens of these tests: one that lets a test set what its button does, besides those of the module.
+#include <vector>
+
 #include "host/kit/screen.h"
+#include "module/screens.h"
 #include "support/module_under_test.h"
 
 namespace test {
@@ -18,11 +21,21 @@ class TinyScreen : public host::Screen {
 
 std::unique_ptr<host::Screen> CreateTiny(host::Host& the_host) { return std::make_unique<TinyScreen>(the_host); }
 
-constexpr host::ScreenClass kScreens[] = {{"TfmTiny", "Testes", "Pequena", &CreateTiny}};
-constexpr host::Module kModule = {host::kContractVersion, kScreens, 1};
+const std::vector<host::ScreenClass>& Screens() {
+  static const std::vector<host::ScreenClass> kScreens = [] {
+    std::vector<host::ScreenClass> screens = {{"TfmTiny", "Testes", "Pequena", &CreateTiny}};
+    const host::Module& all = tecelagem::ScreenList();
+    screens.insert(screens.end(), all.screens, all.screens + all.screen_count);
+    return screens;
+  }();
+  return kScreens;
+}
 
 }  // namespace
 
-const host::Module& ModuleUnderTest() { return kModule; }
+const host::Module& ModuleUnderTest() {
+  static const host::Module kModule = {host::kContractVersion, Screens().data(), Screens().size()};
+  return kModule;
+}
 
 }  // namespace test

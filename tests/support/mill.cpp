@@ -1,6 +1,6 @@
 #include "support/mill.h"
 
-#include <algorithm>
+#include <cstdlib>
 #include <stdexcept>
 
 #include "host/errors.h"
@@ -26,6 +26,11 @@ class Unheard {
   bool before_;
 };
 
+bool CacheWanted() {
+  const char* wanted = std::getenv("TECELAGEM_TEST_STATEMENT_CACHE");
+  return wanted == nullptr || std::string_view(wanted) != "0";
+}
+
 template <typename T>
 T& Component(const host::Screen& screen, std::string_view name) {
   auto* found = dynamic_cast<T*>(screen.FindComponent(name));
@@ -41,7 +46,7 @@ Mill::Mill(const Options& options)
     : path_(options.database.empty() ? FreshDatabase() : options.database), remove_(options.database.empty()) {
   app::ApplicationOptions start;
   start.connect.database = path_;
-  start.connect.statement_cache = options.statement_cache;
+  start.connect.statement_cache = options.statement_cache && CacheWanted();
   start.user = options.user;
   start.settings_file = path_ + ".settings";
   app_ = app::Application::Start(start, ModuleUnderTest(), person_);

@@ -17,8 +17,9 @@ namespace test {
 
 using Row = std::map<std::string, host::Value>;  // column name in capitals to value
 
-/// Structure and host data (administrator "ADMIN" with all rights) are there, the company's tables are empty. The
-/// database file is removed with the object.
+/// A statement cache switched off for a whole run by the environment variable TECELAGEM_TEST_STATEMENT_CACHE=0 is off
+/// whatever the options say. Structure and host data (administrator "ADMIN" with all rights) are there, the company's
+/// tables are empty. The database file is removed with the object.
 class Mill {
  public:
   struct Options {
