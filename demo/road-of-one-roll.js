@@ -54,6 +54,12 @@ function must(done, what) {
   return said;
 }
 
+// The share of each yarn by the length of its stitches, feeders and count.
+function shares() {
+  const consumption = yarns.map((y) => 0.59 * Math.round(y.stitch * fabric.needles) * y.feeders / (y.count * 100));
+  return consumption.map((one) => one / sum(consumption, (other) => other));
+}
+
 // --- the mill before the day --------------------------------------------------------------------------------------------
 
 // The register of materials, the price table and the yarn receipts belong to other modules of the mill's system; what
@@ -81,7 +87,17 @@ function freeLots(yarn) {
     .filter((lot) => lot.LIVRE > 0.01);
 }
 
-// The mill has been busy: a delivery arrives, with its movement in the ledger, before the yarn runs out.
+// The mill has been busy: deliveries arrive, with their movements in the ledger, before the yarn runs out. The first yarn
+// is wanted in two lots.
+function receiveMissingYarn() {
+  yarns.forEach((yarn, at) => {
+    const need = ordered * shares()[at] * 1.01;
+    const enough = () => at === 0 ? freeLots(yarn).filter((lot) => lot.LIVRE > need / 2).length >= 2
+                                  : sum(freeLots(yarn), (lot) => lot.LIVRE) > need;
+    while (!enough()) receiveYarn(yarn);
+  });
+}
+
 function receiveYarn(yarn) {
   const last = db.query("SELECT MAX(SUBSTRING(LOTE FROM 6 FOR 5)) AS ULTIMO FROM {MAT_ITEN} WHERE LOTE SIMILAR TO '002[0-9]{7}'");
   const lot = yarn.supplier + String(Number(last[0].ULTIMO) + 1).padStart(5, "0");
@@ -131,9 +147,7 @@ function typeComposition() {
          ["LFA", (r) => format(r.LFA, "0.0"), true], ["Roca", (r) => r.ROCA, true], ["Participação", (r) => percent(r.PERC), true]],
         stored);
   assertEqual(stored.map((row) => row.CODIGO), yarns.map((yarn) => yarn.code), "fios gravados, na ordem digitada");
-  const consumption = yarns.map((y) => 0.59 * Math.round(y.stitch * fabric.needles) * y.feeders / (y.count * 100));
-  stored.forEach((row, at) =>
-    near(row.PERC, consumption[at] / sum(consumption, (c) => c) * 100, 0.001, "participação de " + row.CODIGO));
+  stored.forEach((row, at) => near(row.PERC, shares()[at] * 100, 0.001, "participação de " + row.CODIGO));
   s.close();
 }
 
@@ -159,19 +173,19 @@ function typeOrder() {
   return { screen: s, number };
 }
 
-// Lots to take `need` from: two where the first yarn of the order has them, as the mill empties an old lot first.
+// Lots to take `need` from; half and half from two of them where a roll is to see one lot run out.
 function chooseLots(rows, need, split) {
-  const lots = rows.filter((row) => row.Deposito === mill.deposit && row.Qtde - row.Qtde_Reservado > 0.01);
+  const free = (lot) => Math.floor((lot.Qtde - lot.Qtde_Reservado) * 1000) / 1000;
+  const half = Math.round(need / 2 * 1000) / 1000;
+  const atMill = rows.filter((row) => row.Deposito === mill.deposit);
   const taken = [];
   let left = need;
-  lots.forEach((lot, at) => {
-    const free = Math.floor((lot.Qtde - lot.Qtde_Reservado) * 1000) / 1000;
-    const wanted = split && at === 0 && lots.length > 1 ? Math.min(left, Math.round(need / 2 * 1000) / 1000) : left;
-    const quantity = Math.min(wanted, free);
-    if (quantity < 0.001) return;
+  for (const lot of split ? atMill.filter((row) => free(row) >= half) : atMill) {
+    const quantity = Math.min(split && taken.length === 0 ? half : left, free(lot));
+    if (quantity < 0.001) continue;
     taken.push({ lot: lot.Lote, quantity });
     left = Math.round((left - quantity) * 1000) / 1000;
-  });
+  }
   assert(left === 0, "faltam " + kg(left) + " de fio livre no depósito " + mill.deposit);
   return taken;
 }
@@ -306,9 +320,7 @@ function checkBooks(order, moved, rolls, reserved) {
 }
 
 prepareRegisters();
-for (const yarn of yarns) {
-  if (sum(freeLots(yarn), (lot) => lot.LIVRE) < ordered) receiveYarn(yarn);
-}
+receiveMissingYarn();
 print("TECELAGEM DE DEMONSTRAÇÃO - o caminho de uma peça, do fio ao estoque (" + clock().substr(0, 10) + ")");
 const before = balances();
 typeComposition();
