@@ -85,7 +85,10 @@ void CheckFile(const fs::path& file) {
   const std::string name = "\"" + file.string() + "\"";
   const auto status = fs::status(file, error);
   if (!fs::exists(status)) throw Refusal("O banco de dados " + name + " não existe.");
-  if (fs::is_directory(status)) throw Refusal("O arquivo " + name + " não é um banco de dados.");
+  constexpr std::uintmax_t kSmallestPage = 1024;
+  // An empty or shorter file is a reading error for the engine.
+  if (fs::is_directory(status) || fs::file_size(file, error) < kSmallestPage)
+    throw Refusal("O arquivo " + name + " não é um banco de dados.");
   if (access(file.c_str(), R_OK) != 0) throw Refusal("O arquivo " + name + " não permite leitura.");
   if (access(file.c_str(), W_OK) != 0) throw Refusal("O arquivo " + name + " não permite gravação.");
 }
