@@ -32,7 +32,7 @@ std::string VolumeDatabase(std::int64_t rolls) {
   options.database = half_made;
   const double seconds = bench::Milliseconds([&] {
                            auto database = app::mill::CreateDemo(options, "bench");
-                           if (rolls > 0) app::mill::GenerateVolume(*database, rolls);
+                           if (rolls > 0) app::mill::GenerateVolume(*database, {.rolls = rolls});
                            database->MakeDurable();
                          }) /
                          1000;
@@ -139,11 +139,7 @@ int Run(std::int64_t rolls) {
     }
     if (roll < kWarmUp) continue;
     times.push_back(time);
-    const auto spent = mill.Db().Stats() - before;
-    cost.statements += spent.statements;
-    cost.prepares += spent.prepares;
-    cost.round_trips += spent.round_trips;
-    cost.commits += spent.commits;
+    bench::AddSpent(cost, before, mill.Db().Stats());
   }
   std::cout << rolls << " rolls in the database, " << kCounted << " confirmed\n";
   Print("roll ", times, cost);
@@ -156,11 +152,7 @@ int Run(std::int64_t rolls) {
     const double time = bench::Milliseconds([&] { floor.WriteRoll(roll); });
     if (roll <= kWarmUp) continue;
     floor_times.push_back(time);
-    const auto spent = mill.Db().Stats() - before;
-    floor_cost.statements += spent.statements;
-    floor_cost.prepares += spent.prepares;
-    floor_cost.round_trips += spent.round_trips;
-    floor_cost.commits += spent.commits;
+    bench::AddSpent(floor_cost, before, mill.Db().Stats());
   }
   Print("floor", floor_times, floor_cost);
   std::cout << "ratio of the medians " << bench::Quantile(times, 0.5) / bench::Quantile(floor_times, 0.5) << '\n';

@@ -25,13 +25,14 @@ inline double Quantile(std::vector<double> values, double share) {
   return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
 }
 
-inline app::firebird::Statistics operator-(app::firebird::Statistics left, const app::firebird::Statistics& right) {
-  left.statements -= right.statements;
-  left.prepares -= right.prepares;
-  left.round_trips -= right.round_trips;
-  left.commits -= right.commits;
-  left.retries -= right.retries;
-  return left;
+/// Adds what was spent between `before` and `after` to `sum`.
+inline void AddSpent(app::firebird::Statistics& sum, const app::firebird::Statistics& before,
+                     const app::firebird::Statistics& after) {
+  sum.statements += after.statements - before.statements;
+  sum.prepares += after.prepares - before.prepares;
+  sum.round_trips += after.round_trips - before.round_trips;
+  sum.commits += after.commits - before.commits;
+  sum.retries += after.retries - before.retries;
 }
 
 }  // namespace bench
