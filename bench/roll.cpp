@@ -32,7 +32,9 @@ std::string VolumeDatabase(std::int64_t rolls) {
   options.database = half_made;
   const double seconds = bench::Milliseconds([&] {
                            auto database = app::mill::CreateDemo(options, "bench");
-                           if (rolls > 0) app::mill::GenerateVolume(*database, {.rolls = rolls});
+                           app::mill::VolumeOptions volume;
+                           volume.rolls = rolls;
+                           if (rolls > 0) app::mill::GenerateVolume(*database, volume);
                            database->MakeDurable();
                          }) /
                          1000;
