@@ -131,7 +131,7 @@ int Run(std::int64_t rolls) {
   std::vector<double> times;
   app::firebird::Statistics cost;
   for (int roll = 0; roll < kWarmUp + kCounted; ++roll) {
-    mill.Type(screen, "EdtQtde", roll % 2 == 0 ? "0,25" : "0,251");
+    test::TypeRoll(mill, screen, roll % 2 == 0 ? kRoll : kRoll + 0.001);
     const auto before = mill.Db().Stats();
     const double time = bench::Milliseconds([&] { mill.Click(screen, "BtnConfirma"); });
     const auto boxes = mill.Messages();

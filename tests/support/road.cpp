@@ -94,9 +94,13 @@ host::Screen& OpenWriteOff(Mill& mill, std::string_view order, std::string_view 
   return screen;
 }
 
+void TypeRoll(Mill& mill, host::Screen& screen, double quantity) {
+  Expect(mill, mill.Type(screen, "EdtTara", "0"), "tare");
+  Expect(mill, mill.Type(screen, "EdtQtde", Typed(quantity)), "quantity");
+}
+
 host::ActResult ConfirmRoll(Mill& mill, host::Screen& screen, double quantity) {
-  const host::ActResult typed = mill.Type(screen, "EdtQtde", Typed(quantity));
-  if (typed != host::ActResult::kDone) return typed;
+  TypeRoll(mill, screen, quantity);
   return mill.Click(screen, "BtnConfirma");
 }
 

@@ -42,6 +42,9 @@ std::string SaveBareOrder(Mill& mill, const OrderPlan& plan);
 /// Opens an order on the write-off screen, ready for its rolls.
 host::Screen& OpenWriteOff(Mill& mill, std::string_view order, std::string_view deposit);
 
+/// Types a roll of that net weight (without tare) and leaves it to be confirmed.
+void TypeRoll(Mill& mill, host::Screen& screen, double quantity);
+
 /// Confirms one roll of that net weight on the screen. The boxes it showed are the caller's to take.
 host::ActResult ConfirmRoll(Mill& mill, host::Screen& screen, double quantity);
 

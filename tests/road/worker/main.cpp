@@ -53,7 +53,7 @@ std::function<host::ActResult()> Prepare(test::Mill& mill, const std::string& ac
                                          const std::string& deposit) {
   if (action == "roll") {
     host::Screen& screen = test::OpenWriteOff(mill, order, deposit);
-    mill.Type(screen, "EdtQtde", "21,5");
+    test::TypeRoll(mill, screen, 21.5);
     return [&mill, &screen] { return mill.Click(screen, "BtnConfirma"); };
   }
   if (action == "order") {
