@@ -2,8 +2,10 @@
 
 #include <QCoreApplication>
 #include <QJSEngine>
+#include <QStringDecoder>
 #include <QStringList>
 #include <memory>
+#include <optional>
 #include <ostream>
 
 #include "app/script/bridge.h"
@@ -56,6 +58,13 @@ std::unique_ptr<QCoreApplication> EnsureQtApplication() {
   return std::make_unique<QCoreApplication>(count, arguments);
 }
 
+std::optional<QString> Decoded(std::string_view source) {
+  QStringDecoder decoder(QStringDecoder::Utf8);
+  QString text = decoder.decode(QByteArrayView(source.data(), static_cast<qsizetype>(source.size())));
+  if (decoder.hasError()) return std::nullopt;
+  return text;
+}
+
 std::string Joined(const std::vector<std::string>& lines) {
   std::string text;
   for (const auto& line : lines) text += (text.empty() ? "" : "; ") + line;
@@ -65,6 +74,8 @@ std::string Joined(const std::vector<std::string>& lines) {
 }  // namespace
 
 RunResult Run(Application& application, ScriptedPerson& person, std::string_view source, const RunOptions& options) {
+  const auto text = Decoded(source);
+  if (!text) return {false, options.name + ": o arquivo não está em UTF-8"};
   const auto qt_application = EnsureQtApplication();
   QJSEngine engine;
   Bridge bridge(engine, application, person, options);
@@ -77,8 +88,7 @@ RunResult Run(Application& application, ScriptedPerson& person, std::string_view
   bool time_is_over = false;
   {
     const Watchdog watchdog(engine, options.timeout);
-    const QString text = QString::fromUtf8(source.data(), static_cast<qsizetype>(source.size()));
-    result = engine.evaluate(text, QStringLiteral("script"), 1, &trace);
+    result = engine.evaluate(*text, QStringLiteral("script"), 1, &trace);
     time_is_over = watchdog.TimeIsOver();
   }
   bridge.TellUnexpected();

@@ -1,0 +1,41 @@
+// Runs the program as a shell would, in a folder of its own.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace test {
+
+struct Ended {
+  int code = -1;
+  std::string output;
+  std::string errors;
+};
+
+/// A folder that is removed with the object.
+class Folder {
+ public:
+  Folder();
+  ~Folder();
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+  /// Writes a file and hands back its path.
+  std::string Write(const std::string& name, const std::string& text) const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+std::string ReadText(const std::string& file);
+
+/// The built program.
+std::string Program();
+
+/// Runs `program` with these arguments, its input at an end from the start and no password in its environment.
+Ended Start(const std::string& program, const std::vector<std::string>& arguments);
+inline Ended Start(const std::vector<std::string>& arguments) { return Start(Program(), arguments); }
+
+}  // namespace test
