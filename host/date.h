@@ -37,7 +37,7 @@ class Date {
   /// Sunday is 0.
   int Weekday() const;
 
-  auto operator<=>(const Date&) const = default;
+  auto operator<=>(const Date&) const = default;  // NOLINT(modernize-use-nullptr)
 
  private:
   int year_ = 1899;
@@ -55,7 +55,7 @@ struct DateTime {
   /// "YYYY-MM-DD HH:MM:SS".
   std::string ToIso() const;
 
-  auto operator<=>(const DateTime&) const = default;
+  auto operator<=>(const DateTime&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 }  // namespace host

@@ -43,13 +43,12 @@ void RoundHalfAway(Digits& digits, std::size_t decimals) {
   digits.fraction.resize(decimals);
   if (!up) return;
   for (std::string* part : {&digits.fraction, &digits.whole}) {
-    for (auto digit = part->rbegin(); digit != part->rend(); ++digit) {
-      if (*digit != '9') {
-        ++*digit;
-        return;
-      }
-      *digit = '0';
-    }
+    const std::size_t last = part->find_last_not_of('9');
+    const std::size_t nines = last == std::string::npos ? 0 : last + 1;
+    std::fill(part->begin() + static_cast<std::ptrdiff_t>(nines), part->end(), '0');
+    if (last == std::string::npos) continue;  // carried into the part before
+    ++(*part)[last];
+    return;
   }
   digits.whole.insert(digits.whole.begin(), '1');
 }

@@ -8,6 +8,12 @@
 #include "host/text.h"
 
 namespace host {
+namespace {
+
+// Beyond this a double no longer is a whole number of 64 bits.
+constexpr double kLimit = 9.2e18;
+
+}  // namespace
 
 std::string Value::AsText() const {
   if (const auto* text = std::get_if<std::string>(&data_)) return *text;
@@ -27,8 +33,6 @@ std::int64_t Value::AsInteger() const {
   }
   const double number = AsFloat();
   if (!std::isfinite(number)) return 0;
-  // Beyond these a double no longer is a whole number of 64 bits.
-  constexpr double kLimit = 9.2e18;
   if (number >= kLimit) return std::numeric_limits<std::int64_t>::max();
   if (number <= -kLimit) return std::numeric_limits<std::int64_t>::min();
   return std::llround(number);

@@ -10,6 +10,12 @@
 #include "host/text.h"
 
 namespace host {
+namespace {
+
+// Handlers that send the focus to and fro must not hang the program.
+constexpr int kRounds = 100;
+
+}  // namespace
 
 Desk::Desk(DeskEnvironment& environment) : environment_(environment), impl_(std::make_unique<Impl>()) {}
 
@@ -75,7 +81,6 @@ void Desk::Tell(std::string_view title, const std::exception& error) { environme
 void Desk::Finish() {
   if (impl_->settling || (depth_ > 0 && !impl_->waiting)) return;
   const Restored<bool> settling(impl_->settling, true);
-  constexpr int kRounds = 100;  // handlers that send the focus to and fro must not hang the program
   for (int round = 0; round < kRounds; ++round) {
     const bool closed = depth_ == 0 && CloseAsked();
     const bool moved = SettleFocus();
@@ -188,8 +193,11 @@ void Desk::Free(Screen& screen) {
 
 // True when a screen went.
 bool Desk::CloseAsked() {
-  for (std::size_t at = 0; at < screens_.size(); ++at) {
-    Screen& screen = *screens_[at];
+  std::vector<Screen*> open;  // a screen's last words may open or close others
+  for (const auto& screen : screens_) open.push_back(screen.get());
+  for (Screen* candidate : open) {
+    if (!IsOpen(candidate)) continue;
+    Screen& screen = *candidate;
     const bool doomed = IsDoomed(&screen);
     if (IsModal(&screen) || (!doomed && !screen.CloseRequested())) continue;
     const ActResult closed = CloseForm(screen);

@@ -70,13 +70,9 @@ void Desk::EnterCell(Grid& grid) {
 void Desk::SyncCell(Grid& grid) {
   Impl::Cell& cell = impl_->cell;
   const std::size_t row = grid.GetDataset().CurrentId();
-  if (cell.grid != &grid || cell.column != grid.SelectedColumn()) {
-    EnterCell(grid);
-  } else if (cell.row == 0) {
-    cell.row = row;  // the row came about around the person; the cell held nothing before
-  } else if (cell.row != row) {
-    EnterCell(grid);
-  }
+  const bool same_column = cell.grid == &grid && cell.column == grid.SelectedColumn();
+  if (same_column && cell.row == 0) cell.row = row;  // the row came about around the person: the cell held nothing
+  if (!same_column || cell.row != row) EnterCell(grid);
 }
 
 void Desk::LeaveCell(Grid& grid, Key key) {
