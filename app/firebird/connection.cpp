@@ -163,8 +163,8 @@ RowSet Connection::Run(std::string_view told, const std::function<RowSet()>& onc
     try {
       return once();
     } catch (const EngineError& error) {
-      // The engine itself waits as long, give or take a moment.
-      const bool late = Clock::now() + std::chrono::milliseconds(100) >= deadline;
+      // After the engine's own waiting there is no time left for more.
+      const bool late = error.Has(isc_lock_timeout) || Clock::now() >= deadline;
       if (!IsConflict(error) || late) throw ToDatabaseError(error, told);
     }
     ++attachment_.Counters().retries;

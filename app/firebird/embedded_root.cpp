@@ -19,12 +19,12 @@ namespace {
 namespace fs = std::filesystem;
 
 // Several processes of one computer share a file only in this mode. A station that waits for another learns of a true
-// deadlock after DeadlockTimeout seconds.
+// deadlock, and that its time is over, after DeadlockTimeout seconds.
 constexpr const char* kSettings =
     "ServerMode = SuperClassic\n"
     "Providers = Remote,Engine12,Loopback\n"
     "DefaultDbCachePages = 2048\n"
-    "DeadlockTimeout = 2\n"
+    "DeadlockTimeout = 1\n"
     "RemoteAccess = false\n"
     "WireCrypt = Enabled\n"
     "AuthClient = Srp,Legacy_Auth\n";

@@ -27,7 +27,8 @@ struct Literal {
 /// statement and for one that already has parameters.
 std::vector<Literal> FindLiterals(std::string_view sql);
 
-/// The statement with "?" (an operand as "CAST(? AS type)") for each literal except those marked in `kept` (empty: none is kept).
+/// The statement with "?" (an operand as "CAST(? AS type)") for each literal except those marked in `kept` (empty: none
+/// is kept).
 std::string WithParameters(std::string_view sql, const std::vector<Literal>& literals, const std::vector<bool>& kept);
 
 enum class Fit {
