@@ -288,6 +288,7 @@ bool TFmMovBaiFio::BaixaFiosReservados() {
     BaixaLinhaReservada();
   }
   TbBaixa.SetFiltered(true);
+  TbBaixa.First();  // where the operator goes on
   FiltraFio();
   if (SobraConsumo()) return false;
   ConcluiBaixa();
