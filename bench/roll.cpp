@@ -22,6 +22,16 @@ constexpr int kWarmUp = 20;
 constexpr int kCounted = 200;
 constexpr double kRoll = 0.25;
 
+// A fabric of the demonstration mill, its yarn reserved in three lots.
+const test::OrderPlan kPlan = {"00101",
+                               "02",
+                               "M0101",
+                               "0",
+                               160,
+                               {{"F0011", "0", "01", "0020326025", 100},
+                                {"F0011", "0", "11", "0020326026", 48.64},
+                                {"F0021", "0", "01", "0020426044", 11.36}}};
+
 // The mill with that many rolls; an existing file is used again.
 std::string VolumeDatabase(std::int64_t rolls) {
   const std::string path = std::string(TECELAGEM_BINARY_DIR) + "/volume_" + std::to_string(rolls) + ".fdb";
@@ -51,20 +61,20 @@ class Floor {
 
   void WriteRoll(int number) {
     database_.BeginAction();
-    for (const auto& lot : kLots) TakeYarn(lot, number);
+    for (const auto& lot : kPlan.reservations) TakeYarn(lot, number);
     const std::string fabric_lot = order_ + std::to_string(number);
-    Move("F1", "01", "DF", fabric_lot, kRoll, "N");
+    Move(kPlan.fabric, kPlan.colour, kPlan.deposit, fabric_lot, kRoll, "N");
     database_.Execute(
         "INSERT INTO {MAT_ITEN} (CODIGO, COR, DEPOSITO, LOTE, QTDE, PRECO_MED, LOCAL) VALUES (?, ?, ?, ?, ?, ?, ?)",
-        {"F1", "01", "DF", fabric_lot, kRoll, 26.5, ""});
-    database_.Execute("UPDATE {MATERIAL} SET PRECO = ?, CUSTO_IMP = ? WHERE CODIGO = ?", {26.5, 2.4, "F1"});
+        {kPlan.fabric, kPlan.colour, kPlan.deposit, fabric_lot, kRoll, 26.5, ""});
+    database_.Execute("UPDATE {MATERIAL} SET PRECO = ?, CUSTO_IMP = ? WHERE CODIGO = ?", {26.5, 2.4, kPlan.fabric});
     database_.Execute("UPDATE {TECEL_ITEN} SET QTDE_B = QTDE_B + ? WHERE NUMERO = ? AND CODIGO = ? AND COR = ?",
-                      {kRoll, order_, "F1", "01"});
+                      {kRoll, order_, kPlan.fabric, kPlan.colour});
     database_.Execute(
         "INSERT INTO {TECELB} (NUMERO, CODIGO, ORDEM, DT_LAN, QTDE, NF_RET, DEPOSITO, MAQUINA, FUNCIONARIO, COR, "
         "TURNO, "
         "NF_COB, QTDE_R, LOTE, LOCAL, PEDIDO) VALUES (?, ?, ?, CURRENT_DATE, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-        {order_, "F1", number, kRoll, "", "DF", "", "", "01", "", "", 0, fabric_lot, "", ""});
+        {order_, kPlan.fabric, number, kRoll, "", kPlan.deposit, "", "", kPlan.colour, "", "", 0, fabric_lot, "", ""});
     database_.Execute(
         "INSERT INTO TEC_LOG (USUARIO, DATA_HORA, ASSUNTO, TEXTO, OPERACAO, CHAVE) "
         "VALUES (?, CURRENT_TIMESTAMP, ?, ?, ?, ?)",
@@ -73,36 +83,29 @@ class Floor {
   }
 
  private:
-  struct Lot {
-    const char* yarn;
-    const char* lot;
-    double share;
-  };
-  static constexpr Lot kLots[] = {{"Y1", "L1", 0.5}, {"Y1", "L2", 0.1}, {"Y2", "L1", 0.4}};
-
-  void Move(const char* code, const char* colour, const char* deposit, const std::string& lot, double quantity,
-            const char* out) {
+  void Move(const std::string& code, const std::string& colour, const std::string& deposit, const std::string& lot,
+            double quantity, const char* out) {
     database_.Execute(
         "INSERT INTO {MAT_MOV} (CODIGO, COR, LOTE, DEPOSITO, DOCUMENTO, TIPO_DOC, CLIENTE, MAQUINA, FUNCIONARIO, DATA, "
         "QTDE, SAIDA, USUARIO, PRECO, CUSTO, LOCAL, BAIXADO, ATIVO, COMPLEMENTO, TIPO_MOV) "
         "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, CURRENT_DATE, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-        {code, colour, lot, deposit, order_, "BT", "M00001", "", "", quantity, out, "ADMIN", 20.0, 20.0, "", "0", "1",
+        {code, colour, lot, deposit, order_, "BT", kPlan.mill, "", "", quantity, out, "ADMIN", 20.0, 20.0, "", "0", "1",
          "", "TECSAI"});
   }
-  void TakeYarn(const Lot& lot, int number) {
-    const double quantity = kRoll * lot.share;
-    Move(lot.yarn, "CR", "D1", lot.lot, quantity, "S");
+  void TakeYarn(const test::Reservation& lot, int number) {
+    const double quantity = kRoll * lot.quantity / kPlan.quantity;
+    Move(lot.yarn, lot.colour, lot.deposit, lot.lot, quantity, "S");
     database_.Execute(
         "UPDATE {MAT_ITEN} SET QTDE = QTDE - ? WHERE CODIGO = ? AND COR = ? AND DEPOSITO = ? AND LOTE = ?",
-        {quantity, lot.yarn, "CR", "D1", lot.lot});
+        {quantity, lot.yarn, lot.colour, lot.deposit, lot.lot});
     database_.Execute(
         "INSERT INTO {BAIXA_FIO} (CODIGO, DOCTO, NUMERO, QTDE, LOTE, COR, DEPOSITO, ORDEM, MATERIAL) "
         "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)",
-        {lot.yarn, order_, order_, quantity, lot.lot, "CR", "D1", number, "F1"});
+        {lot.yarn, order_, order_, quantity, lot.lot, lot.colour, lot.deposit, number, kPlan.fabric});
     database_.Execute(
         "UPDATE {MAT_RESERVA} SET QTDE = QTDE - ?, QTDE_B = QTDE_B + ? WHERE NUMERO = ? AND CODIGO = ? AND COR = ? AND "
         "DEPOSITO = ? AND LOTE = ?",
-        {quantity, quantity, order_, lot.yarn, "CR", "D1", lot.lot});
+        {quantity, quantity, order_, lot.yarn, lot.colour, lot.deposit, lot.lot});
   }
 
   app::firebird::Database& database_;
@@ -123,10 +126,9 @@ int Run(std::int64_t rolls) {
   test::Mill::Options options;
   options.database = working;
   test::Mill mill(options);
-  test::FillSmallMill(mill);
-  const std::string order = test::SaveOrder(mill, test::SmallMillOrder(160));
-  const std::string floor_order = test::SaveBareOrder(mill, test::SmallMillOrder(160));
-  host::Screen& screen = test::OpenWriteOff(mill, order, "DF");
+  const std::string order = test::SaveOrder(mill, kPlan);
+  const std::string floor_order = test::SaveBareOrder(mill, kPlan);
+  host::Screen& screen = test::OpenWriteOff(mill, order, kPlan.deposit);
 
   std::vector<double> times;
   app::firebird::Statistics cost;

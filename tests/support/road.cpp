@@ -51,6 +51,8 @@ void Reserve(Mill& mill, host::Screen& screen, const Reservation& lot) {
     }
     throw std::runtime_error("not listed: " + key.front());
   };
+  // The mill's own warehouse is proposed as a filter; the lot may lie elsewhere.
+  Expect(mill, mill.Type(screen, "EdtFilDeposito", ""), "all warehouses");
   stand_on(yarns, "Codigo;Cor", {lot.yarn, lot.colour});
   stand_on(stock, "Lote;Deposito", {lot.lot, lot.deposit});
   Expect(mill, mill.Set(screen, "TbEstoque", {{"Sel", "S"}, {"Qtde_Res", Typed(lot.quantity)}}), "reserve " + lot.lot);
