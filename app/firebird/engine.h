@@ -37,7 +37,7 @@ api::IMaster& Master();
 class Status final : public api::BaseStatusWrapper<Status> {
  public:
   Status() : BaseStatusWrapper(Master().getStatus()) {}
-  virtual ~Status() { dispose(); }
+  virtual ~Status() { dispose(); }  // NOLINT(modernize-use-override): the base class has none
   Status(const Status&) = delete;
   Status& operator=(const Status&) = delete;
 

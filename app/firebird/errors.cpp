@@ -28,6 +28,14 @@ std::string FirstName(const EngineError& error) {
 
 std::string LastName(const EngineError& error) { return error.Names().empty() ? std::string() : error.Names().back(); }
 
+// What a trigger or block said when it raised an exception: the last text that is not a place in its code.
+std::string RaisedText(const EngineError& error) {
+  for (auto name = error.Names().rbegin(); name != error.Names().rend(); ++name) {
+    if (!name->starts_with("At ")) return *name;
+  }
+  return LastName(error);
+}
+
 // The engine's own words on one line, for what nobody foresaw.
 std::string EngineText(const EngineError& error) {
   std::string text = error.what();
@@ -66,7 +74,7 @@ std::string Sentence(const EngineError& error) {
   if (error.Has(isc_dsql_field_err)) return "A coluna não existe no banco de dados: " + FirstName(error) + ".";
   if (error.Has(isc_read_only_database)) return "O banco de dados só permite leitura.";
   if (error.Has(isc_no_priv)) return "O usuário do banco de dados não tem permissão para esta operação.";
-  if (error.Has(isc_except2) || error.Has(isc_except)) return LastName(error);
+  if (error.Has(isc_except2) || error.Has(isc_except)) return RaisedText(error);
   if (error.Has(isc_io_error)) return "O banco de dados não conseguiu ler ou gravar no disco.";
   return EngineText(error);
 }
@@ -79,7 +87,9 @@ bool IsLost(const EngineError& error) {
 }
 
 bool IsConflict(const EngineError& error) {
-  return HasAny(error, {isc_update_conflict, isc_deadlock, isc_lock_conflict, isc_lock_timeout});
+  // The row went while the statement waited for it; the engine has no number of its own for this.
+  const bool gone = std::string_view(error.what()).find("cannot update erased record") != std::string_view::npos;
+  return gone || HasAny(error, {isc_update_conflict, isc_deadlock, isc_lock_conflict, isc_lock_timeout});
 }
 
 bool IsConversion(const EngineError& error) {
@@ -99,6 +109,8 @@ host::DatabaseError ToConnectError(const EngineError& error, const std::string& 
     text = "Usuário ou senha do banco de dados inválidos.";
   } else if (error.Has(isc_bad_db_format)) {
     text = "O arquivo " + name + " não é um banco de dados.";
+  } else if (HasAny(error, {isc_no_priv, isc_read_only_database})) {
+    text = "O banco de dados " + name + " só permite leitura a este usuário.";
   } else if (error.Has(isc_wrong_ods)) {
     text = "O banco de dados " + name + " é de outra versão do Firebird.";
   } else if (HasAny(error, {isc_already_opened, isc_lock_timeout, isc_lock_conflict})) {

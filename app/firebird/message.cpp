@@ -1,5 +1,6 @@
 #include "app/firebird/message.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -10,6 +11,10 @@
 
 namespace app::firebird {
 namespace {
+
+constexpr unsigned kShort = 64;  // dates and numbers as text
+constexpr unsigned kLongest = 32765;
+constexpr unsigned kUtf8 = 4;  // the engine's number of the connection's character set
 
 template <typename T>
 T Load(const unsigned char* from) {
@@ -110,7 +115,7 @@ bool TakesNatively(const Column& parameter, const host::Value& value) {
 
 void WriteText(const std::string& text, unsigned char* at) {
   Store(at, static_cast<std::uint16_t>(text.size()));
-  std::memcpy(at + sizeof(std::uint16_t), text.data(), text.size());
+  std::copy(text.begin(), text.end(), at + sizeof(std::uint16_t));
 }
 
 }  // namespace
@@ -192,8 +197,6 @@ host::Value ReadValue(const Column& column, const unsigned char* row, const Blob
 }
 
 unsigned TextLengthFor(const Column& parameter, const host::Value& value) {
-  constexpr unsigned kShort = 64;  // dates and numbers
-  constexpr unsigned kLongest = 32765;
   if (value.IsNull()) return IsTextType(parameter.type) ? parameter.length : 0;
   if (TakesNatively(parameter, value)) return 0;
   const auto size = static_cast<unsigned>(TextOf(value).size());
@@ -202,7 +205,6 @@ unsigned TextLengthFor(const Column& parameter, const host::Value& value) {
 }
 
 Layout InputLayout(Status& status, api::IMessageMetadata& parameters, const std::vector<unsigned>& text_lengths) {
-  constexpr unsigned kUtf8 = 4;
   Ref<api::IMetadataBuilder> builder(parameters.getBuilder(&status));
   for (unsigned i = 0; i < text_lengths.size(); ++i) {
     const unsigned type = parameters.getType(&status, i);

@@ -9,6 +9,8 @@
 namespace app::firebird {
 namespace {
 
+constexpr std::size_t kKept = 16;  // mixes of text and native values
+
 bool IsWord(std::string_view sql, const Token& token, std::string_view word) {
   return token.kind == Token::Kind::kWord && host::SameName(sql.substr(token.begin, token.end - token.begin), word);
 }
@@ -53,7 +55,6 @@ const Layout& Statement::LayoutFor(const std::vector<host::Value>& values) {
   const auto known =
       std::find_if(inputs_.begin(), inputs_.end(), [&](const Input& input) { return input.text_lengths == wanted_; });
   if (known != inputs_.end()) return known->layout;
-  constexpr std::size_t kKept = 16;
   if (inputs_.size() == kKept) inputs_.erase(inputs_.begin());
   inputs_.push_back({wanted_, InputLayout(attachment_.GetStatus(), *parameters_.Metadata(), wanted_)});
   return inputs_.back().layout;

@@ -17,7 +17,6 @@ struct TextPlan {
 class TextPlans {
  public:
   TextPlan& Of(const std::string& shape) {
-    constexpr std::size_t kMost = 2000;  // a program sends far fewer; a script may not fill the memory
     if (plans_.size() >= kMost && !plans_.contains(shape)) plans_.clear();
     return plans_[shape];
   }
@@ -25,6 +24,8 @@ class TextPlans {
   void Clear() { plans_.clear(); }
 
  private:
+  static constexpr std::size_t kMost = 2000;  // a program sends far fewer; a script may not fill the memory
+
   std::unordered_map<std::string, TextPlan> plans_;
 };
 

@@ -119,7 +119,7 @@ TEST_F(Stations, WhoWaitsTooLongIsToldAndKeepsItsWork) {
   }
   const auto waited = std::chrono::steady_clock::now() - start;
   EXPECT_GE(waited, milliseconds(900));
-  EXPECT_LE(waited, milliseconds(6000));
+  EXPECT_LE(waited, milliseconds(3500));
   other->EndAction(Outcome::kOk);
   EXPECT_EQ(Durable("SELECT COUNT(*) FROM {T} WHERE NUMERO = '1'"), "1");
 }
