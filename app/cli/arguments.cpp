@@ -65,7 +65,7 @@ void AddOptions(CLI::App& command, Arguments& arguments, std::string& password) 
 
 // What the library says in English, told as one Portuguese line.
 std::string Explain(const CLI::ParseError& error) {
-  const std::string text = error.what();
+  std::string text = error.what();
   const auto after = [&text](std::string_view mark) {
     const auto at = text.find(mark);
     return at == std::string::npos ? text : text.substr(at + mark.size());

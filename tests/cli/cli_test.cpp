@@ -139,8 +139,8 @@ TEST_F(Cli, AFileThatIsNoDatabase) {
 TEST_F(Cli, AReadOnlyDatabase) {
   const std::string database = Demo();
   fs::permissions(database, fs::perms::owner_read | fs::perms::group_read);
-  ExpectOneLine(Script("print(1)", {"--database", database}), 1, "mill.fdb");
-  ExpectOneLine(Start({"check", "--database", database}), 1, "mill.fdb");
+  ExpectOneLine(Script("print(1)", {"--database", database}), 1, "mill.fdb\" só permite leitura");
+  ExpectOneLine(Start({"check", "--database", database}), 1, "só permite leitura");
 }
 
 TEST_F(Cli, AServerThatDoesNotAnswer) {
