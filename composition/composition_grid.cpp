@@ -34,13 +34,13 @@ bool FilledByProgram(std::string_view field) {
 }
 
 std::string FreeFieldName(std::string_view code, const std::vector<FabricColour>& before) {
-  static const std::vector<FieldDef> kFixed = FixedFields();
+  const std::vector<FieldDef> fixed_fields = FixedFields();
   const auto taken = [&](std::string_view name) {
-    return std::ranges::any_of(kFixed, [&](const FieldDef& fixed) { return host::SameName(fixed.name, name); }) ||
+    return std::ranges::any_of(fixed_fields, [&](const FieldDef& fixed) { return host::SameName(fixed.name, name); }) ||
            std::ranges::any_of(before, [&](const FabricColour& other) { return host::SameName(other.field, name); });
   };
   std::string name(code);
-  while (taken(name)) name = "Cor " + name;
+  while (taken(name)) name.insert(0, "Cor ");
   return name;
 }
 
