@@ -166,6 +166,29 @@ TEST_F(Stations, LockRowMakesStationsTakeTurns) {
   EXPECT_EQ(Durable("SELECT INTEIRO FROM {T} WHERE NUMERO = 'A'"), std::to_string(10 + 2 * kTimes));
 }
 
+// An order is stored by deleting its row and inserting it anew, so whoever waits for the row finds another one.
+TEST_F(Stations, LockRowHoldsARowThatIsReplacedMeanwhile) {
+  constexpr int kTimes = 60;
+  const auto work = [&](Database& database) {
+    for (int i = 0; i < kTimes; ++i) {
+      database.BeginAction();
+      database.LockRow("T", "NUMERO", "A");
+      const int seen = std::stoi(Get(database, "SELECT INTEIRO FROM {T} WHERE NUMERO = 'A'"));
+      Exec(database, "DELETE FROM {T} WHERE NUMERO = 'A'");
+      Exec(database, "INSERT INTO {T} (NUMERO, INTEIRO) VALUES ('A', " + std::to_string(seen + 1) + ")");
+      database.EndAction(Outcome::kOk);
+    }
+  };
+  auto options = Options();
+  options.lock_timeout_seconds = 20;
+  const auto one = Database::Open(options);
+  const auto two = Database::Open(options);
+  std::thread thread([&] { work(*one); });
+  work(*two);
+  thread.join();
+  EXPECT_EQ(Durable("SELECT INTEIRO FROM {T} WHERE NUMERO = 'A'"), std::to_string(10 + 2 * kTimes));
+}
+
 TEST_F(Stations, LockRowHoldsUntilTheActionEndsAndNeedsNoRow) {
   const auto other = OpenAnother();
   Db().BeginAction();

@@ -1,0 +1,119 @@
+// Two stations at the same orders.
+#include <atomic>
+#include <chrono>
+#include <set>
+#include <thread>
+
+#include "order_mill.h"
+
+namespace test {
+namespace {
+
+class Stations : public OrderTest {
+ protected:
+  void SetUp() override {
+    OrderTest::SetUp();
+    Mill::Options options;
+    options.database = mill_.Path();
+    other_ = std::make_unique<Mill>(options);
+    elsewhere_ = &other_->Open("TfmCadLoteTec");
+  }
+
+  static std::string SaveNew(Mill& mill, host::Screen& screen, const char* quantity) {
+    EXPECT_EQ(mill.Click(screen, "BtnIncluir"), ActResult::kDone);
+    const std::string number = mill.Text(screen, "EdtNumero");
+    EXPECT_EQ(mill.Type(screen, "EdtMalharia", "M00001"), ActResult::kDone);
+    EXPECT_EQ(mill.Append(screen, "TbItens", {{"Codigo", "F1"}, {"Cor", "01"}, {"Qtde", quantity}}), ActResult::kDone);
+    EXPECT_EQ(mill.Click(screen, "BtnGravar"), ActResult::kDone);
+    EXPECT_EQ(mill.Messages(), Lines());
+    return number;
+  }
+
+  std::unique_ptr<Mill> other_;
+  host::Screen* elsewhere_ = nullptr;
+};
+
+TEST_F(Stations, SaveNewOrdersAtOnce) {
+  constexpr int kOrders = 15;
+  std::vector<std::string> numbers[2];
+  std::thread station([&] {
+    for (int i = 0; i < kOrders; ++i) numbers[1].push_back(SaveNew(*other_, *elsewhere_, "7"));
+  });
+  for (int i = 0; i < kOrders; ++i) numbers[0].push_back(SaveNew(mill_, Screen(), "5"));
+  station.join();
+  std::set<std::string> distinct(numbers[0].begin(), numbers[0].end());
+  distinct.insert(numbers[1].begin(), numbers[1].end());
+  EXPECT_EQ(distinct.size(), 2u * kOrders);
+  for (const auto& number : numbers[0]) EXPECT_EQ(Items(number), Lines{"F1 | 01 |  | 5 | 5 |  | 0 | 0 | "});
+  for (const auto& number : numbers[1]) EXPECT_EQ(Items(number), Lines{"F1 | 01 |  | 5 | 7 |  | 0 | 0 | "});
+}
+
+TEST_F(Stations, SaveOneOrderAtOnce) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}, {"F2", "01", "100"}});
+  const auto save = [&number](Mill& mill, host::Screen& screen, const char* sheet, const char* quantity) {
+    for (int i = 0; i < 15; ++i) {
+      EXPECT_EQ(mill.Type(screen, "EdtNumero", number), ActResult::kDone);
+      EXPECT_EQ(mill.Type(screen, "EdtFicha", sheet), ActResult::kDone);
+      host::Grid& grid = mill.GridOf(screen, "TbItens");
+      for (std::size_t row = 1; row <= 2; ++row) {
+        EXPECT_EQ(mill.Desk().SelectRow(grid, row), ActResult::kDone);
+        EXPECT_EQ(mill.Set(screen, "TbItens", {{"Qtde", quantity}}), ActResult::kDone);
+      }
+      EXPECT_EQ(mill.Click(screen, "BtnGravar"), ActResult::kDone);
+      EXPECT_EQ(mill.Messages(), Lines());
+    }
+  };
+  std::thread station([&] { save(*other_, *elsewhere_, "segunda", "222"); });
+  save(mill_, Screen(), "primeira", "111");
+  station.join();
+  const auto sheet = mill_.Scalar("SELECT FICHA FROM {TECEL} WHERE NUMERO = '" + number + "'").AsText();
+  const std::string quantity = sheet == "primeira" ? "111" : "222";
+  EXPECT_EQ(Items(number), (Lines{"F1 | 01 |  | 5 | " + quantity + " |  | 0 | 0 | ",
+                                  "F2 | 01 |  | 4 | " + quantity + " |  | 0 | 0 | "}));
+}
+
+TEST_F(Stations, ASaveWaitsForARollAndCountsIt) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  Load(number);
+  app::firebird::Database& weighing = other_->Db();
+  weighing.BeginAction();
+  weighing.LockRow("TECEL", "NUMERO", number);
+  weighing.Execute("INSERT INTO " + weighing.PhysicalName("TECELB") +
+                       " (NUMERO, CODIGO, COR, ORDEM, QTDE) VALUES (?, 'F1', '01', 1, 12.5)",
+                   {number});
+  std::atomic<bool> ended = false;
+  std::thread roll([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    ended = true;
+    weighing.EndAction(app::firebird::Database::Outcome::kOk);
+  });
+  EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
+  EXPECT_TRUE(ended);
+  roll.join();
+  EXPECT_EQ(Items(number), Lines{"F1 | 01 |  | 5 | 100 |  | 12.5 | 0 | "});
+}
+
+TEST_F(Stations, TheLastSaveOfAnOrderIsTheOneThatCounts) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  Load(number);
+  EXPECT_EQ(other_->Type(*elsewhere_, "EdtNumero", number), ActResult::kDone);
+  EXPECT_EQ(other_->Append(*elsewhere_, "TbItens", {{"Codigo", "F2"}, {"Cor", "01"}, {"Qtde", "9"}}), ActResult::kDone);
+  EXPECT_EQ(other_->Click(*elsewhere_, "BtnGravar"), ActResult::kDone);
+  EXPECT_EQ(Items(number).size(), 2u);
+  EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
+  EXPECT_EQ(Items(number), Lines{"F1 | 01 |  | 5 | 100 |  | 0 | 0 | "});
+}
+
+TEST_F(Stations, AnOrderDeletedElsewhereIsANewOneOnSave) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  Load(number);
+  EXPECT_EQ(other_->Type(*elsewhere_, "EdtNumero", number), ActResult::kDone);
+  other_->Person().Answer("Deseja excluir", "yes");
+  EXPECT_EQ(other_->Click(*elsewhere_, "BtnExcluir"), ActResult::kDone);
+  EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
+  EXPECT_EQ(Items(number).size(), 1u);
+  EXPECT_EQ(Log().back(), "ORDEM DE TECELAGEM | INCLUSAO DA ORDEM NR. 000001 | 0 | 000001");
+}
+
+}  // namespace
+}  // namespace test
