@@ -1,4 +1,7 @@
 // Books kept by the screens themselves.
+#include <atomic>
+#include <thread>
+
 #include "books_mill.h"
 #include "support/road.h"
 
@@ -78,6 +81,31 @@ TEST_F(BooksTest, BalanceAfterAFailureAtAnyStatementOfARoll) {
     ++failures;
   }
   EXPECT_GT(failures, 15);
+}
+
+TEST_F(BooksTest, CanBeCheckedWhileAStationWrites) {
+  const std::string order = SaveOrder(mill_, SmallMillOrder(150));
+  Mill::Options options;
+  options.database = mill_.Path();
+  Mill other(options);
+  other.SetClock("2026-03-10 09:30:00");
+  std::atomic<int> written = 0;
+  std::thread station([&] {
+    host::Screen& screen = OpenWriteOff(other, order, "DF");
+    for (int roll = 0; roll < 150; ++roll) {
+      if (ConfirmRoll(other, screen, 0.5 + 0.001 * roll) != ActResult::kDone) return;
+      ++written;
+    }
+  });
+  int checks = 0;
+  while (written < 150 && checks < 2000) {
+    EXPECT_EQ(Check(), Lines{}) << checks;
+    ++checks;
+  }
+  station.join();
+  EXPECT_EQ(written, 150);
+  EXPECT_GT(checks, 3);
+  EXPECT_EQ(Check(), Lines{});
 }
 
 }  // namespace
