@@ -46,6 +46,19 @@ END)";
   return sql;
 }
 
+// The column as a number, and the rows where it is one of that width.
+std::string NumberOf(const Numbering::Counter& counter) { return "CAST(" + counter.column + " AS BIGINT)"; }
+
+std::string NumbersOf(const Numbering::Counter& counter, int width) {
+  std::string sql = " FROM ";
+  sql.append(counter.table).append(" WHERE ").append(counter.column).append(" SIMILAR TO '[0-9]+'");
+  sql.append(" AND CHAR_LENGTH(").append(counter.column).append(") <= ").append(std::to_string(width));
+  return sql;
+}
+
+// After so many numbers in a row that are taken already (an import, say), the run is stepped over at once.
+constexpr int kPatience = 8;
+
 constexpr std::string_view kAlone = "  IN AUTONOMOUS TRANSACTION DO";
 
 std::optional<std::int64_t> FirstInteger(host::TTIQuery& rows) {
@@ -58,18 +71,25 @@ std::optional<std::int64_t> FirstInteger(host::TTIQuery& rows) {
 std::string Numbering::Next(const std::string& table, const std::string& column, int width) {
   const Counter counter = {table, column, ""};
   const std::int64_t largest = LargestOfWidth(width);
-  while (true) {
+  for (int taken = 0;; ++taken) {
     const auto number = AdvanceAlone(counter);
     if (!number) {
-      StartAlone(counter, LastUsed(table, column, width, largest));
+      StartAlone(counter, LastUsed(counter, width, largest));
       continue;
     }
     if (*number > largest) {
-      throw host::InputError("Não há mais números livres de " + std::to_string(width) + " dígitos em " + table + "." +
-                             column + ".");
+      std::string sentence = "Não há mais números livres de ";
+      sentence.append(std::to_string(width))
+          .append(" dígitos em ")
+          .append(table)
+          .append(".")
+          .append(column)
+          .append(".");
+      throw host::InputError(sentence);
     }
     std::string text = Padded(*number, width);
-    if (!InUse(table, column, text)) return text;
+    if (!InUse(counter, text)) return text;
+    if (taken >= kPatience) RaiseAlone(counter, FirstFreeAfter(counter, width, *number) - 1);
   }
 }
 
@@ -85,45 +105,58 @@ std::string Numbering::NextRoll(const std::string& order) {
 }
 
 std::optional<std::int64_t> Numbering::AdvanceAlone(const Counter& counter) {
-  static const std::string kSql = AdvanceBlock(kAlone);
-  return FirstInteger(*database_.Query(kSql, {counter.table, counter.column, counter.key}));
+  static const std::string sql = AdvanceBlock(kAlone);
+  return FirstInteger(*database_.Query(sql, {counter.table, counter.column, counter.key}));
 }
 
 std::optional<std::int64_t> Numbering::AdvanceWithAction(const Counter& counter) {
-  static const std::string kSql = AdvanceBlock("");
-  return FirstInteger(*database_.Query(kSql, {counter.table, counter.column, counter.key}));
+  static const std::string sql = AdvanceBlock("");
+  return FirstInteger(*database_.Query(sql, {counter.table, counter.column, counter.key}));
 }
 
 void Numbering::StartAlone(const Counter& counter, std::int64_t value) {
-  static const std::string kSql = StartBlock(kAlone);
-  database_.Execute(kSql, {counter.table, counter.column, counter.key, value});
+  static const std::string sql = StartBlock(kAlone);
+  database_.Execute(sql, {counter.table, counter.column, counter.key, value});
 }
 
 void Numbering::StartWithAction(const Counter& counter, std::int64_t value) {
-  static const std::string kSql = StartBlock("");
-  database_.Execute(kSql, {counter.table, counter.column, counter.key, value});
+  static const std::string sql = StartBlock("");
+  database_.Execute(sql, {counter.table, counter.column, counter.key, value});
 }
 
-std::int64_t Numbering::LastUsed(const std::string& table, const std::string& column, int width, std::int64_t largest) {
-  const std::string numbers = " FROM " + table + " WHERE " + column + " SIMILAR TO '[0-9]+' AND CHAR_LENGTH(" + column +
-                              ") <= " + std::to_string(width);
-  const std::string number = "CAST(" + column + " AS BIGINT)";
-  const auto highest = FirstInteger(*database_.Query("SELECT MAX(" + number + ")" + numbers, {})).value_or(0);
-  if (highest < largest) return highest;
+std::int64_t Numbering::LastUsed(const Counter& counter, int width, std::int64_t largest) {
+  const auto rows = database_.Query("SELECT MAX(" + NumberOf(counter) + ")" + NumbersOf(counter, width), {});
+  const std::int64_t highest = FirstInteger(*rows).value_or(0);
+  // Where somebody typed the very last number, go on from the first gap instead.
+  return highest < largest ? highest : FirstFreeAfter(counter, width, 0) - 1;
+}
 
-  // Somebody typed the very last number: go on from the first gap instead.
-  const auto rows = database_.Query("SELECT DISTINCT " + number + " AS N" + numbers + " ORDER BY 1", {});
-  std::int64_t free = 1;
+std::int64_t Numbering::FirstFreeAfter(const Counter& counter, int width, std::int64_t number) {
+  const auto rows =
+      database_.Query("SELECT DISTINCT " + NumberOf(counter) + " AS N" + NumbersOf(counter, width) + " ORDER BY 1", {});
+  std::int64_t free = number + 1;
   for (; !rows->Eof(); rows->Next()) {
     const std::int64_t used = rows->FieldByName("N").AsInteger();
     if (used > free) break;
     if (used == free) ++free;
   }
-  return free - 1;
+  return free;
 }
 
-bool Numbering::InUse(const std::string& table, const std::string& column, const std::string& number) {
-  return !database_.Query("SELECT FIRST 1 1 FROM " + table + " WHERE " + column + " = ?", {number})->IsEmpty();
+void Numbering::RaiseAlone(const Counter& counter, std::int64_t value) {
+  constexpr std::string_view sql = R"(EXECUTE BLOCK (
+  P_TABELA VARCHAR(31) = ?, P_COLUNA VARCHAR(31) = ?, P_CHAVE VARCHAR(40) = ?, P_VALOR BIGINT = ?) AS
+BEGIN
+  IN AUTONOMOUS TRANSACTION DO
+    UPDATE TEC_CONTADOR SET ULTIMO = :P_VALOR
+    WHERE TABELA = :P_TABELA AND COLUNA = :P_COLUNA AND CHAVE = :P_CHAVE AND ULTIMO < :P_VALOR;
+END)";
+  database_.Execute(sql, {counter.table, counter.column, counter.key, value});
+}
+
+bool Numbering::InUse(const Counter& counter, const std::string& number) {
+  const std::string sql = "SELECT FIRST 1 1 FROM " + counter.table + " WHERE " + counter.column + " = ?";
+  return !database_.Query(sql, {number})->IsEmpty();
 }
 
 }  // namespace app::services

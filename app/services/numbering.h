@@ -25,19 +25,23 @@ class Numbering {
   /// The next roll sequence of an order, from 1. Part of the running action: it is undone with its roll.
   std::string NextRoll(const std::string& order);
 
- private:
   struct Counter {
     std::string table;  // physical
     std::string column;
     std::string key;  // the order, for roll sequences; empty else
   };
-  /// Moves the counter on; nothing when it does not exist yet.
+
+ private:
+  /// Moves the counter on; nothing when it does not exist yet. "Alone" is in a transaction of its own.
   std::optional<std::int64_t> AdvanceAlone(const Counter& counter);
   std::optional<std::int64_t> AdvanceWithAction(const Counter& counter);
   void StartAlone(const Counter& counter, std::int64_t value);
   void StartWithAction(const Counter& counter, std::int64_t value);
-  std::int64_t LastUsed(const std::string& table, const std::string& column, int width, std::int64_t largest);
-  bool InUse(const std::string& table, const std::string& column, const std::string& number);
+  /// Never moves it back.
+  void RaiseAlone(const Counter& counter, std::int64_t value);
+  std::int64_t LastUsed(const Counter& counter, int width, std::int64_t largest);
+  std::int64_t FirstFreeAfter(const Counter& counter, int width, std::int64_t number);
+  bool InUse(const Counter& counter, const std::string& number);
 
   firebird::Database& database_;
 };

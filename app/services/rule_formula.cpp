@@ -19,8 +19,8 @@ bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') 
 }  // namespace
 
 const std::vector<std::string>& RuleFormula::KnownNames() {
-  static const std::vector<std::string> kNames = {"LARGURA", "GRAMATURA", "PESO", "NE", "CONCENTRACAO"};
-  return kNames;
+  static const std::vector<std::string> names = {"LARGURA", "GRAMATURA", "PESO", "NE", "CONCENTRACAO"};
+  return names;
 }
 
 class RuleFormulaParser {

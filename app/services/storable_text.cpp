@@ -27,8 +27,8 @@ Character Decode(std::string_view text) {
     if ((byte(i) & 0xC0) != 0x80) return broken;
     code = (code << 6) | (byte(i) & 0x3Fu);
   }
-  static constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  if (code < kSmallest[size] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return broken;
+  static constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+  if (code < smallest[size] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return broken;
   return {code, size, true};
 }
 

@@ -14,10 +14,10 @@ User FindUser(firebird::Database& database, std::string_view code) {
 
 bool HasRight(firebird::Database& database, std::string_view user, std::string_view screen_class,
               std::string_view operation) {
-  constexpr std::string_view kSql = R"(SELECT FIRST 1 1 FROM TEC_USUARIO U
+  constexpr std::string_view sql = R"(SELECT FIRST 1 1 FROM TEC_USUARIO U
 WHERE U.CODIGO = ? AND (U.ADMINISTRADOR = 'S' OR EXISTS (
   SELECT 1 FROM TEC_DIREITO D WHERE D.USUARIO = U.CODIGO AND D.TELA = ? AND D.OPERACAO = ?)))";
-  return !database.Query(kSql, {user, screen_class, operation})->IsEmpty();
+  return !database.Query(sql, {user, screen_class, operation})->IsEmpty();
 }
 
 }  // namespace app::services

@@ -41,6 +41,20 @@ TEST_F(Numbers, PassOverNumbersTypedByHand) {
   EXPECT_EQ(Next(), "000004");
 }
 
+// A whole range that was imported after the counter had started.
+TEST_F(Numbers, StepOverALongRunAtOnce) {
+  EXPECT_EQ(Next(), "000001");
+  mill_.Exec(R"(EXECUTE BLOCK AS DECLARE N INTEGER = 2; BEGIN
+    WHILE (N <= 3000) DO BEGIN
+      IF (N <> 2500) THEN INSERT INTO {TECEL} (NUMERO) VALUES (LPAD(:N, 6, '0'));
+      N = N + 1;
+    END END)");
+  mill_.TakeStatements();
+  EXPECT_EQ(Next(), "002500");
+  EXPECT_LT(mill_.TakeStatements().size(), 30u);
+  EXPECT_EQ(Next(), "003001");
+}
+
 TEST_F(Numbers, ATypedLastNumberDoesNotEndTheNumbering) {
   Save("999999");
   Save("000001");
