@@ -49,7 +49,7 @@ class Database : public host::Database {
   virtual void EndAction(Outcome outcome) = 0;
   /// Makes pending work durable now; nothing that holds other stations back is open afterwards until the next
   /// statement that writes.
-  virtual void MakeDurable() = 0;
+  void MakeDurable() override = 0;
 
   // --- for the host's own code --------------------------------------------------------------------------------
   /// Runs a statement with positional parameters ("?"), always prepared once and kept. Table names physical or in
