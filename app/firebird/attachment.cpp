@@ -71,13 +71,15 @@ std::vector<unsigned char> BlobParameters(const Column& column, unsigned from, u
 
 host::DatabaseError Refusal(const std::string& text) { return {text, 0, ""}; }
 
-void AddCommon(Parameters& parameters, bool create) {
+void AddCommon(Parameters& parameters, const ConnectOptions& options, bool create) {
   parameters.Text(isc_dpb_lc_ctype, "UTF8");
   parameters.Number(isc_dpb_sql_dialect, kDialect);
+  if (options.forced_writes || create) {
+    parameters.Number(isc_dpb_force_write, options.forced_writes.value_or(true) ? 1 : 0);
+  }
   if (!create) return;
   parameters.Text(isc_dpb_set_db_charset, "WIN1252");
   parameters.Number(isc_dpb_page_size, 8192);
-  parameters.Number(isc_dpb_force_write, 1);
 }
 
 void CheckFile(const fs::path& file) {
@@ -154,7 +156,7 @@ void Attachment::AttachFile(const ConnectOptions& options, bool create) {
   // The embedded engine checks no password, and whoever may write the file may do all; one owner for all stations.
   parameters.Text(isc_dpb_user_name, "SYSDBA");
   parameters.Text(isc_dpb_config, "Providers = Engine12\nDefaultDbCachePages = 2048\n");
-  AddCommon(parameters, create);
+  AddCommon(parameters, options, create);
   api::IProvider* provider = Master().getDispatcher();
   handle_.Reset(create ? provider->createDatabase(&status_, name_.c_str(), parameters.Size(), parameters.Data())
                        : provider->attachDatabase(&status_, name_.c_str(), parameters.Size(), parameters.Data()));
@@ -168,7 +170,7 @@ void Attachment::AttachServer(const ConnectOptions& options, bool create) {
   if (!options.user.empty()) parameters.Text(isc_dpb_user_name, options.user);
   if (!options.password.empty()) parameters.Text(isc_dpb_password, options.password);
   parameters.Text(isc_dpb_config, "Providers = Remote\n");
-  AddCommon(parameters, create);
+  AddCommon(parameters, options, create);
   api::IProvider* provider = Master().getDispatcher();
   handle_.Reset(create ? provider->createDatabase(&status_, name_.c_str(), parameters.Size(), parameters.Data())
                        : provider->attachDatabase(&status_, name_.c_str(), parameters.Size(), parameters.Data()));

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,9 @@ struct ConnectOptions {
   std::string company = "001";    // suffix of the company's tables
   bool statement_cache = true;    // turn literals into parameters and keep prepared statements
   int lock_timeout_seconds = 10;  // how long a statement waits for another station
+  // Sets, for good, whether the file waits for the disk at every commit; without it, as the file was. Only a load that
+  // can be done again may turn it off, and must turn it on afterwards: a power cut meanwhile can ruin the file.
+  std::optional<bool> forced_writes;
 };
 
 /// What was sent so far; differences around an action tell its cost.

@@ -234,4 +234,20 @@ VolumeResult GenerateVolume(firebird::Database& database, const VolumeOptions& o
   return result;
 }
 
+VolumeResult GenerateVolumeFast(const firebird::ConnectOptions& options, const VolumeOptions& volume) {
+  firebird::ConnectOptions unforced = options;
+  unforced.forced_writes = false;
+  firebird::ConnectOptions forced = options;
+  forced.forced_writes = true;
+  VolumeResult result;
+  try {
+    result = GenerateVolume(*firebird::Database::Open(unforced), volume);
+  } catch (...) {
+    firebird::Database::Open(forced);
+    throw;
+  }
+  firebird::Database::Open(forced);
+  return result;
+}
+
 }  // namespace app::mill

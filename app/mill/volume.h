@@ -30,4 +30,8 @@ struct VolumeResult {
 /// host::InputError when the mill lacks what an order needs; nothing is written then.
 VolumeResult GenerateVolume(firebird::Database& database, const VolumeOptions& options);
 
+/// The same for a file that nobody else has open, many times faster: the file does not wait for the disk meanwhile and
+/// does again when the call returns or throws. A power cut during the call can ruin the file.
+VolumeResult GenerateVolumeFast(const firebird::ConnectOptions& options, const VolumeOptions& volume);
+
 }  // namespace app::mill
