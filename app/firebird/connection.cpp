@@ -79,10 +79,12 @@ void Connection::RollbackTo(std::string_view name) { work_.RollbackTo(name); }
 // Another station may replace the row (delete it and insert it anew) while this one waits for it. The waiting statement
 // then ends without a row, and the new one has to be held in its place.
 void Connection::LockRow(std::string_view table, std::string_view key, std::string_view value) {
-  const std::string row = "SELECT 1 FROM " + PhysicalName(table) + " WHERE " + std::string(key) + " = ?";
-  const std::string hold = row + " WITH LOCK";
-  while (RunPrepared(hold, hold, {host::Value(value)}, true).rows == 0) {
-    if (RunPrepared(row, row, {host::Value(value)}, true).rows == 0) return;
+  const std::string look = "SELECT 1 FROM " + PhysicalName(table) + " WHERE " + std::string(key) + " = ?";
+  const std::string lock = look + " WITH LOCK";
+  // Another station may have deleted the row and inserted it anew while this one waited: the engine then finds none,
+  // but there is one.
+  while (RunPrepared(lock, lock, {host::Value(value)}, true).rows == 0 &&
+         RunPrepared(look, look, {host::Value(value)}, true).rows > 0) {
   }
 }
 
