@@ -223,7 +223,11 @@ void TFmCadComposi::btnGravarClick() {
   if (!IsWhole(SumOfPercentages(TbComposi))) AskToRecalculate();
   GravaDados();
   EdtCodMat.SetFocus();
-  BuscaDados(EdtCodMat.Text());
+  try {
+    BuscaDados(EdtCodMat.Text());
+  } catch (const std::exception& error) {
+    Inform(std::string("A composição foi gravada, mas não pôde ser carregada novamente.\n") + error.what());
+  }
   for (host::Edit* edit :
        {&EdtLargura, &EdtGramatura, &EdtDiametro, &EdtFinura, &EdtKgRolo, &EdtDesperdicio, &EdtRPM}) {
     edit->Clear();
@@ -258,7 +262,8 @@ void TFmCadComposi::GravaDados() {
     for (const FabricColour& colour : colours_) SetBatchElement(*insert, elements++, colour);
   }
   if (elements > 0) insert->ExecBatch(elements);
-  database.CommitRetaining();
+  // The screen empties itself next: what a failing commit undoes must still be on it.
+  database.MakeDurable();
 }
 
 void TFmCadComposi::SetBatchElement(host::TTIQuery& insert, std::size_t element, const FabricColour& colour) {
