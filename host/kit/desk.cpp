@@ -31,7 +31,15 @@ ActResult Desk::Run(std::string_view title, const std::function<void()>& act) {
     act();
     return ActResult::kDone;
   }
-  const ActResult result = RunBracketed(title, act);
+  ActResult result = ActResult::kDone;
+  try {
+    result = RunBracketed(title, act);
+  } catch (...) {
+    // A mistake of whoever drives the Desk; the screens that were freed go all the same.
+    requested_ = nullptr;
+    Finish();
+    throw;
+  }
   if (result == ActResult::kFailed) requested_ = nullptr;
   Finish();
   return result;
@@ -185,8 +193,7 @@ ActResult Desk::CloseScreen(Screen& screen) {
 }
 
 void Desk::Free(Screen& screen) {
-  if (IsDoomed(&screen)) return;
-  doomed_.push_back(&screen);
+  if (!IsDoomed(&screen)) doomed_.push_back(&screen);
   if (IsModal(&screen)) screen.Close();
   Finish();
 }

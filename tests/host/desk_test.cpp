@@ -157,6 +157,18 @@ TEST(Screens, AFreedOneLivesUntilTheOutermostActionEnds) {
   EXPECT_EQ(toy.TakeEvents(), "create Fio | create Fio | ending | close Fio | gone Fio | close Fio | gone Fio");
 }
 
+TEST(Screens, AFreedOneGoesAlsoWhenTheDriverMadeAMistake) {
+  Toy toy;
+  host::Screen& screen = toy.Open("TfmA");
+  EXPECT_THROW(toy.desk.Run("t",
+                            [&] {
+                              toy.desk.Free(screen);
+                              throw host::ActError("no such button");
+                            }),
+               host::ActError);
+  EXPECT_TRUE(toy.desk.Screens().empty());
+}
+
 TEST(Screens, OutsideAnActionAFreedOneGoesAtOnce) {
   Toy toy;
   ToyScreen& screen = toy.Open("TfmA");
