@@ -113,13 +113,13 @@ TEST_F(Reservation, MoreThanStockIsCutToIt) {
 }
 
 TEST_F(Reservation, WhatOthersReservedIsNotFree) {
-  Store("000099", "L2", 30.1);
+  Store("000099", "L2", 32.2);  // 50 - 32.2 is a crumb below 17.8
   Load(Consuming("500"));
-  EXPECT_EQ(Edit("L2", "D1", {{"Sel", "S"}, {"Qtde_Res", "19,9"}}), ActResult::kDone);
+  EXPECT_EQ(Edit("L2", "D1", {{"Sel", "S"}, {"Qtde_Res", "17,8"}}), ActResult::kDone);
   EXPECT_EQ(mill_.Messages(), Lines());
-  EXPECT_EQ(Edit("L2", "D1", {{"Qtde_Res", "19,91"}}), ActResult::kDone);
+  EXPECT_EQ(Edit("L2", "D1", {{"Qtde_Res", "17,81"}}), ActResult::kDone);
   EXPECT_EQ(mill_.Messages(), Lines{kOverStock});
-  EXPECT_EQ(Reserved("L2", "D1"), 19.9);
+  EXPECT_EQ(Reserved("L2", "D1"), 17.8);
 }
 
 TEST_F(Reservation, MoreThanNeededIsCutToTheNeed) {
@@ -306,6 +306,16 @@ TEST_F(Reservation, ARowStillBeingTypedIsSettledAndSaved) {
   EXPECT_TRUE(Screen().TbEstoque.InEdit());
   EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
   EXPECT_EQ(Reservations(number), Lines{"Y1 | CR | D1 | L1 | 40 | 0 | T |  | "});
+}
+
+TEST_F(Reservation, ALotIsSettledBeforeThePersonGoesToAnotherYarn) {
+  Load(SavedOrder({{"F1", "01", "100"}}));  // Y1 60, Y2 40
+  Stand("TbEstoque", {{"Lote", "L1"}, {"Deposito", "D1"}});
+  mill_.Desk().SelectCell(Screen().GrdEstoque, "Sel");
+  EXPECT_EQ(mill_.Desk().TypeCell(Screen().GrdEstoque, "S"), ActResult::kDone);
+  EXPECT_EQ(mill_.Desk().SelectRow(Screen().GrdFios, 2), ActResult::kDone);
+  EXPECT_EQ(mill_.Desk().SelectRow(Screen().GrdFios, 1), ActResult::kDone);
+  EXPECT_EQ(Reserved("L1", "D1"), 60);
 }
 
 TEST_F(Reservation, ARefusedRowStopsTheSave) {

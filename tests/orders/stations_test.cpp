@@ -93,6 +93,61 @@ TEST_F(Stations, ASaveWaitsForARollAndCountsIt) {
   EXPECT_EQ(Items(number), Lines{"F1 | 01 |  | 5 | 100 |  | 12.5 | 0 | "});
 }
 
+TEST_F(Stations, ALoadWaitsForASaveAndSeesItWhole) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  app::firebird::Database& saving = other_->Db();
+  saving.BeginAction();
+  saving.LockRow("TECEL", "NUMERO", number);
+  saving.Execute("DELETE FROM " + saving.PhysicalName("TECEL_ITEN") + " WHERE NUMERO = ?", {number});
+  std::thread save([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    saving.Execute(
+        "INSERT INTO " + saving.PhysicalName("TECEL_ITEN") + " (NUMERO, CODIGO, COR, QTDE) VALUES (?, 'F2', '02', 7)",
+        {number});
+    saving.EndAction(app::firebird::Database::Outcome::kOk);
+  });
+  EXPECT_EQ(Type("EdtNumero", number), ActResult::kDone);
+  save.join();
+  EXPECT_EQ(Shown("TbItens", {"Codigo", "Cor", "Qtde"}), Lines{"F2 | 02 | 7"});
+}
+
+// The save holds the order before it touches the reservations; otherwise each would wait for the other.
+TEST_F(Stations, ASaveAndARollTakeTheirLocksInOneOrder) {
+  const std::string number = SavedOrder({{"FP", "01", "50"}});
+  mill_.Insert("MAT_RESERVA", {{"NUMERO", number},
+                               {"CODIGO", "Y1"},
+                               {"COR", "CR"},
+                               {"DEPOSITO", "D1"},
+                               {"LOTE", "L1"},
+                               {"QTDE", 10},
+                               {"TIPO", "T"}});
+  Load(number);
+  app::firebird::Database& weighing = other_->Db();
+  weighing.BeginAction();
+  weighing.LockRow("TECEL", "NUMERO", number);
+  std::string said;
+  std::thread roll([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    const auto before = weighing.Stats().retries;
+    try {
+      weighing.Execute("UPDATE " + weighing.PhysicalName("MAT_RESERVA") +
+                           " SET QTDE = QTDE - 4, QTDE_B = QTDE_B + 4 WHERE NUMERO = ?",
+                       {number});
+      weighing.EndAction(app::firebird::Database::Outcome::kOk);
+    } catch (const std::exception& error) {
+      said = error.what();
+      weighing.EndAction(app::firebird::Database::Outcome::kFailed);
+    }
+    if (weighing.Stats().retries != before) said += " (tried again)";
+  });
+  EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
+  roll.join();
+  EXPECT_EQ(said, "");
+  EXPECT_EQ(mill_.Messages(), Lines());
+  // What the roll consumed stays consumed; what is reserved is what the screen said.
+  EXPECT_EQ(Reservations(number), Lines{"Y1 | CR | D1 | L1 | 10 | 4 | T |  | "});
+}
+
 TEST_F(Stations, TheLastSaveOfAnOrderIsTheOneThatCounts) {
   const std::string number = SavedOrder({{"F1", "01", "100"}});
   Load(number);

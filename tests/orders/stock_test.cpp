@@ -129,6 +129,14 @@ TEST_F(Stock, FBesideTGivesOneRow) {
   EXPECT_EQ(Lots({"Lote", "Deposito", "Qtde_Res"}), (Lines{"L1 | D1 | 6", "L1 | D2 | ", "L2 | D1 | "}));
 }
 
+TEST_F(Stock, TwoReservationsOfOneLotGiveOneRow) {
+  const std::string number = SavedOrder({{"F3", "01", "100"}});
+  Reserve("000001", "L1", 6, 0, "T");
+  Reserve("000001", "L1", 6, 0, host::Value());
+  Load(number);
+  EXPECT_EQ(Lots({"Lote", "Deposito", "Qtde_Res"}), (Lines{"L1 | D1 | 6", "L1 | D2 | ", "L2 | D1 | "}));
+}
+
 TEST_F(Stock, AYarnThatStandsTwiceShowsItsLotsOnce) {
   mill_.Exec("UPDATE {COMP_MATERIAL} SET LFA = 2 WHERE MATERIAL = 'F3' AND CODIGO = 'Y1'");
   const std::string number = SavedOrder({{"F1", "01", "100"}, {"F3", "01", "100"}});
