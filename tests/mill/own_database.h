@@ -23,6 +23,7 @@ class OwnDatabase {
   const std::string& Path() const { return path_; }
   /// Opened at the first call.
   app::firebird::Database& Db();
+  void Close() { database_.reset(); }
   /// Takes over a connection that a function under test opened.
   void Adopt(std::unique_ptr<app::firebird::Database> database) { database_ = std::move(database); }
 
