@@ -1,5 +1,6 @@
 #include "app/firebird/work.h"
 
+#include <memory>
 #include <utility>
 
 #include "app/firebird/errors.h"
@@ -41,7 +42,12 @@ void Work::Send(const std::string& told, const std::string& sql) {
   announce_(told);
   ++attachment_.Counters().statements;
   try {
-    attachment_.Execute(writing_.Get(), sql);
+    auto statement = marks_.Find(sql);
+    if (!statement) {
+      statement = std::make_shared<Statement>(attachment_, writing_.Get(), sql);
+      marks_.Keep(sql, statement);
+    }
+    statement->Execute(writing_.Get(), {});
   } catch (const EngineError& error) {
     throw ToDatabaseError(error, told);
   }
@@ -96,6 +102,7 @@ void Work::DropSavepointsAfter(int number) {
 
 void Work::EndWriting() {
   state_ = State();
+  last_number_ = 0;
   for (auto& [name, savepoint] : savepoints_) savepoint.gone = true;
 }
 

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "app/firebird/attachment.h"
+#include "app/firebird/statement_cache.h"
 
 namespace app::firebird {
 
@@ -73,7 +74,8 @@ class Work {
   Ref<api::ITransaction> writing_;
   State state_;
   std::map<std::string, Savepoint, std::less<>> savepoints_;
-  int last_number_ = 0;
+  int last_number_ = 0;       // of the savepoints of this transaction
+  StatementCache marks_{64};  // a roll sets half a dozen; they are prepared once
 };
 
 }  // namespace app::firebird
