@@ -1,12 +1,11 @@
 #include "app/mill/mill.h"
 
-#include <filesystem>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "app/embedded.h"
 #include "app/firebird/migrations.h"
+#include "app/mill/fill.h"
 #include "app/mill/import.h"
 #include "app/mill/import_rules.h"
 #include "app/mill/passwords.h"
@@ -18,21 +17,6 @@ namespace {
 constexpr std::string_view kAdministrator = "ADMIN";
 
 using DatabasePtr = std::unique_ptr<firebird::Database>;
-
-// Creates the file and hands it to `fill`; what cannot be filled is not left lying about.
-template <typename Fill>
-DatabasePtr CreateAndFill(const firebird::ConnectOptions& options, const Fill& fill) {
-  DatabasePtr database = firebird::Database::Create(options);
-  try {
-    fill(*database);
-  } catch (...) {
-    database.reset();
-    std::error_code ignored;
-    std::filesystem::remove(options.database, ignored);
-    throw;
-  }
-  return database;
-}
 
 void Prepare(firebird::Database& database, std::string_view admin_password) {
   MigrateToCurrent(database);
@@ -60,12 +44,13 @@ void MigrateToCurrent(firebird::Database& database) {
 
 DatabasePtr InitDatabase(const firebird::ConnectOptions& options, std::string_view admin_password) {
   CheckNotEmpty(admin_password);
-  return CreateAndFill(options, [&](firebird::Database& database) { Prepare(database, admin_password); });
+  return FillAtOnce(options, FillStart::kNewFile,
+                    [&](firebird::Database& database) { Prepare(database, admin_password); });
 }
 
 DatabasePtr CreateDemo(const firebird::ConnectOptions& options, std::string_view admin_password) {
   CheckNotEmpty(admin_password);
-  return CreateAndFill(options, [&](firebird::Database& database) {
+  return FillAtOnce(options, FillStart::kNewFile, [&](firebird::Database& database) {
     Prepare(database, admin_password);
     ImportDemo(database);
   });

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "app/mill/fill.h"
 #include "app/services/numbering.h"
 #include "host/errors.h"
 
@@ -235,18 +236,9 @@ VolumeResult GenerateVolume(firebird::Database& database, const VolumeOptions& o
 }
 
 VolumeResult GenerateVolumeFast(const firebird::ConnectOptions& options, const VolumeOptions& volume) {
-  firebird::ConnectOptions unforced = options;
-  unforced.forced_writes = false;
-  firebird::ConnectOptions forced = options;
-  forced.forced_writes = true;
   VolumeResult result;
-  try {
-    result = GenerateVolume(*firebird::Database::Open(unforced), volume);
-  } catch (...) {
-    firebird::Database::Open(forced);
-    throw;
-  }
-  firebird::Database::Open(forced);
+  FillAtOnce(options, FillStart::kExistingFile,
+             [&](firebird::Database& database) { result = GenerateVolume(database, volume); });
   return result;
 }
 

@@ -92,8 +92,4 @@ TEST_F(PlansWithVolume, NoLookUpScansAGrowingTable) {
   ExpectNoScan(own_, tables);
 }
 
-TEST_F(PlansWithVolume, AFastLoadLeavesTheFileWaitingForTheDisk) {
-  EXPECT_EQ(own_.Scalar("SELECT MON$FORCED_WRITES FROM MON$DATABASE").AsInteger(), 1);
-}
-
 }  // namespace
