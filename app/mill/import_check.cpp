@@ -27,8 +27,8 @@ bool IsExempt(const Reference& reference, const std::string& value) {
 }
 
 bool IsTime(const std::string& text) {
-  static const std::regex kTime("([01]?[0-9]|2[0-3]):[0-5][0-9](:[0-5][0-9])?");
-  return std::regex_match(text, kTime);
+  static const std::regex time_pattern("([01]?[0-9]|2[0-3]):[0-5][0-9](:[0-5][0-9])?");
+  return std::regex_match(text, time_pattern);
 }
 
 }  // namespace
@@ -95,7 +95,7 @@ host::Value ImportCheck::CheckCell(int line, const Column& column, const std::st
       if (const auto date = host::Date::FromDisplay(cell)) return *date;
       Error(line, column, Quoted(cell) + " não é uma data (DD/MM/AAAA).");
       return {};
-    case ColumnKind::kTime:
+    case ColumnKind::time_pattern:
       if (!IsTime(cell)) Error(line, column, Quoted(cell) + " não é uma hora (HH:MM).");
       return cell;
     case ColumnKind::kTimestamp:

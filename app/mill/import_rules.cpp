@@ -41,7 +41,7 @@ constexpr std::string_view kFlags[] = {"ATIVO", "ESTOQUE", "BLOQUEIO", "SIMPLES"
 std::span<const std::string_view> ImportOrder() { return kOrder; }
 
 const std::vector<Reference>& References() {
-  static const std::vector<Reference> kReferences = {
+  static const std::vector<Reference> references = {
       One("TURNO_HORARIOS", "TURNO", "TURNO", "TURNO"),
       One("PESSOAL", "TURNO", "TURNO", "TURNO"),
       One("DEPOSITO", "CODCLI", "ENTIDADE", "CODCLI"),
@@ -85,7 +85,7 @@ const std::vector<Reference>& References() {
       One("FACCAO4", "CODCLI", "ENTIDADE", "CODCLI"),
       One("FACCAO4", "CODIGO", "MATERIAL", "CODIGO"),
   };
-  return kReferences;
+  return references;
 }
 
 std::optional<Limits> LimitsOf(std::string_view table, std::string_view column) {

@@ -48,10 +48,10 @@ ColumnKind KindOf(std::int64_t type) {
 
 // "DEFAULT 'S'" gives S, "DEFAULT 0" gives 0; an expression such as CURRENT_TIMESTAMP is no constant.
 std::optional<std::string> Constant(std::string_view source) {
-  constexpr std::string_view kWord = "DEFAULT";
+  constexpr std::string_view word = "DEFAULT";
   std::string text = host::Trim(source);
-  if (!host::SameName(std::string_view(text).substr(0, kWord.size()), kWord)) return std::nullopt;
-  text = host::Trim(std::string_view(text).substr(kWord.size()));
+  if (!host::SameName(std::string_view(text).substr(0, word.size()), word)) return std::nullopt;
+  text = host::Trim(std::string_view(text).substr(word.size()));
   if (text.size() >= 2 && text.front() == '\'' && text.back() == '\'') return text.substr(1, text.size() - 2);
   if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos) return text;
   return std::nullopt;
