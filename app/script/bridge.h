@@ -59,6 +59,7 @@ class Bridge : public QObject {
   // --- grids
   Q_INVOKABLE QJSValue rows(int id, const QString& dataset);
   Q_INVOKABLE QJSValue selectRow(int id, const QString& dataset, double row);
+  Q_INVOKABLE QJSValue clickRow(int id, const QString& dataset, double row);
   Q_INVOKABLE QJSValue selectWhere(int id, const QString& dataset, const QJSValue& wanted);
   Q_INVOKABLE QJSValue cell(int id, const QString& dataset, const QString& field, const QJSValue& typed);
   Q_INVOKABLE QJSValue append(int id, const QString& dataset, const QJSValue& row);

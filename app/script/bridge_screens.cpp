@@ -53,6 +53,15 @@ bool RowMatches(const host::Grid& grid, std::size_t rec_no, const QJSValue& want
   return true;
 }
 
+// The 1-based position of a row that the script counts from 0.
+std::size_t RecNo(const host::Grid& grid, double row) {
+  if (!(row >= 0) || row >= static_cast<double>(RowCount(grid)) || row != std::floor(row)) {
+    throw host::InputError("a grade de \"" + grid.GetDataset().Name() + "\" não tem a linha " +
+                           Utf8(QString::number(row)));
+  }
+  return static_cast<std::size_t>(row) + 1;
+}
+
 // "{Codigo: M1, Cor: 01}", for messages.
 std::string Criteria(const QJSValue& wanted) {
   std::string text = "{";
@@ -168,11 +177,14 @@ QJSValue Bridge::rows(int id, const QString& dataset) {
 QJSValue Bridge::selectRow(int id, const QString& dataset, double row) {
   return Act([&] {
     host::Grid& grid = GridAt(id, dataset);
-    const auto count = static_cast<double>(RowCount(grid));
-    if (row < 0 || row >= count || row != std::floor(row)) {
-      throw host::InputError("a grade de \"" + Utf8(dataset) + "\" não tem a linha " + Utf8(QString::number(row)));
-    }
-    return Desk().SelectRow(grid, static_cast<std::size_t>(row) + 1);
+    return Desk().SelectRow(grid, RecNo(grid, row));
+  });
+}
+
+QJSValue Bridge::clickRow(int id, const QString& dataset, double row) {
+  return Act([&] {
+    host::Grid& grid = GridAt(id, dataset);
+    return Desk().ClickRow(grid, RecNo(grid, row));
   });
 }
 

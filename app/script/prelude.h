@@ -32,7 +32,9 @@ inline constexpr const char* kPrelude = R"js((function (bridge) {
     focused() { return bridge.focused(this.id); }
     check(name, on) { return bridge.check(this.id, name, on === undefined ? true : Boolean(on)); }
     choose(name, caption) { return bridge.choose(this.id, name, caption); }
-    click(name) { return bridge.click(this.id, name); }
+    click(name, row) {
+      return row === undefined ? bridge.click(this.id, name) : bridge.clickRow(this.id, name, row);
+    }
     menu(caption) { return bridge.menu(this.id, caption); }
     search(name) { return bridge.search(this.id, name); }
     rows(dataset) { return bridge.rows(this.id, dataset); }

@@ -2,8 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <fstream>
+#include <iterator>
+#include <regex>
 #include <string>
 
+#include "app/script/prelude.h"
 #include "toy.h"
 
 namespace {
@@ -116,6 +120,16 @@ TEST_F(ScriptDriver, RowsOfAGrid) {
       "\n"
       R"([{"100":null,"Codigo":"A","Qtde":3,"Entrega":"2026-01-31"},{"100":null,"Codigo":"B","Qtde":2,"Entrega":"2026-02-05"}])"
       "\n1 B\nduplo em B\n");
+}
+
+TEST_F(ScriptDriver, ARowIsClicked) {
+  EXPECT_EQ(Printed(R"(
+    s.append("TbItens", {Codigo: "A"}); s.append("TbItens", {Codigo: "B"});
+    s.click("TbItens", 0);
+    print(messages().map(m => m.text));
+    try { s.click("TbItens", 2); } catch (e) { print(e.message); }
+  )"),
+            "[\"clique em A\"]\na grade de \"TbItens\" não tem a linha 2\n");
 }
 
 TEST_F(ScriptDriver, AListOfPairsKeepsTheOrderOfCells) {
@@ -288,6 +302,24 @@ TEST_F(ScriptDriver, AnEndlessLoopInAModalScreenIsEnded) {
 
 TEST_F(ScriptDriver, ALimitThatIsNotReachedDoesNothing) {
   EXPECT_TRUE(desk_.Run("print(1)", std::chrono::seconds(30)).ok);
+}
+
+// --- the manual ----------------------------------------------------------------------------------------------------
+
+TEST(ScriptManual, HasEveryNameThatAScriptKnows) {
+  std::ifstream file(std::string(TECELAGEM_SOURCE_DIR) + "/docs/scripting.md");
+  const std::string manual{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  const std::string prelude = app::script::kPrelude;
+  const auto expect_named = [&](const std::regex& pattern, const std::string& before) {
+    std::size_t found = 0;
+    for (std::sregex_iterator at(prelude.begin(), prelude.end(), pattern), end; at != end; ++at, ++found) {
+      const std::string name = before + (*at)[1].str();
+      EXPECT_NE(manual.find("`" + name), std::string::npos) << name;
+    }
+    return found;
+  };
+  EXPECT_GT(expect_named(std::regex("define\\(\"(\\w+)\""), ""), 10u);
+  EXPECT_GT(expect_named(std::regex("\n    (?!constructor)(\\w+)\\([^)]*\\) \\{"), "s."), 20u);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ ToyScreen::ToyScreen(host::Host& host) : host::Screen(host, "TfmBrinquedo", "fmB
   GrdItens.SetColumns({{"Codigo"}, {"Qtde"}, {"Entrega"}, {"100"}});
   GrdItens.Popup = &Menu;
   GrdItens.OnDblClick = [this] { Inform("duplo em " + TbItens["Codigo"].AsText()); };
+  GrdItens.OnClick = [this] { Inform("clique em " + TbItens["Codigo"].AsText()); };
   GrdItens.OnColExit = [this] {
     if (GrdItens.SelectedField() == "Codigo" && TbItens["Codigo"].AsText() == "X") Refuse("Código X não existe.");
   };
