@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <initializer_list>
+#include <ranges>
 
 namespace app::firebird {
 namespace {
@@ -30,8 +31,8 @@ std::string LastName(const EngineError& error) { return error.Names().empty() ? 
 
 // What a trigger or block said when it raised an exception: the last text that is not a place in its code.
 std::string RaisedText(const EngineError& error) {
-  for (auto name = error.Names().rbegin(); name != error.Names().rend(); ++name) {
-    if (!name->starts_with("At ")) return *name;
+  for (const std::string& name : std::views::reverse(error.Names())) {
+    if (!name.starts_with("At ")) return name;
   }
   return LastName(error);
 }
