@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <initializer_list>
-#include <ranges>
 
 namespace app::firebird {
 namespace {
@@ -31,10 +30,10 @@ std::string LastName(const EngineError& error) { return error.Names().empty() ? 
 
 // What a trigger or block said when it raised an exception: the last text that is not a place in its code.
 std::string RaisedText(const EngineError& error) {
-  for (const std::string& name : std::views::reverse(error.Names())) {
-    if (!name.starts_with("At ")) return name;
-  }
-  return LastName(error);
+  const auto& names = error.Names();
+  const auto text =
+      std::find_if(names.rbegin(), names.rend(), [](const std::string& name) { return !name.starts_with("At "); });
+  return text == names.rend() ? std::string() : *text;
 }
 
 // The engine's own words on one line, for what nobody foresaw.
