@@ -95,7 +95,7 @@ host::Value ImportCheck::CheckCell(int line, const Column& column, const std::st
       if (const auto date = host::Date::FromDisplay(cell)) return *date;
       Error(line, column, Quoted(cell) + " não é uma data (DD/MM/AAAA).");
       return {};
-    case ColumnKind::time_pattern:
+    case ColumnKind::kTime:
       if (!IsTime(cell)) Error(line, column, Quoted(cell) + " não é uma hora (HH:MM).");
       return cell;
     case ColumnKind::kTimestamp:
