@@ -1,6 +1,8 @@
 // Medians and what an action costs the database.
 #pragma once
 
+#include <time.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
@@ -16,6 +18,13 @@ double Milliseconds(const Act& act) {
   const auto start = std::chrono::steady_clock::now();
   act();
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Milliseconds of processor time that this process has used: what other programs do meanwhile does not count.
+inline double ProcessorMilliseconds() {
+  timespec time{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
 /// The value at `share` (0.5 for the median) of the sorted values; 0 without values.

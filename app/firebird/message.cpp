@@ -6,7 +6,9 @@
 #include <cstdio>
 #include <cstring>
 #include <optional>
+#include <string_view>
 
+#include "app/firebird/win1252.h"
 #include "host/decimal.h"
 
 namespace app::firebird {
@@ -50,9 +52,9 @@ std::string ToTime(ISC_TIME time) {
 }
 
 std::string ReadVarying(const Column& column, const unsigned char* at) {
-  std::string text(reinterpret_cast<const char*>(at) + sizeof(std::uint16_t), Load<std::uint16_t>(at));
-  if (column.fixed_width) text.erase(text.find_last_not_of(' ') + 1);
-  return text;
+  std::string_view bytes(reinterpret_cast<const char*>(at) + sizeof(std::uint16_t), Load<std::uint16_t>(at));
+  if (column.fixed_width) bytes = bytes.substr(0, bytes.find_last_not_of(' ') + 1);
+  return FromWin1252(bytes);
 }
 
 host::Value ReadInteger(std::int64_t number, int scale) {
@@ -153,6 +155,9 @@ Layout OutputLayout(Status& status, api::IMessageMetadata& offered) {
     names[i] = offered.getAlias(&status, i);
     fixed[i] = offered.getType(&status, i) == SQL_TEXT;
     if (fixed[i]) builder->setType(&status, i, SQL_VARYING);
+    // As the tables keep them: the engine converts text by text and guards each with a dozen system calls, which cost
+    // more than the rest of reading a list of rolls.
+    if (IsTextType(offered.getType(&status, i) & ~1u)) builder->setCharSet(&status, i, kWin1252);
   }
   Layout layout(status, Ref<api::IMessageMetadata>(builder->getMetadata(&status)));
   auto& columns = const_cast<std::vector<Column>&>(layout.Columns());

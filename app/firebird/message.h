@@ -41,7 +41,7 @@ class Layout {
   unsigned size_ = 0;
 };
 
-/// The buffer in which a statement's rows are wanted: as the engine offers it, texts of fixed width as varying.
+/// The buffer in which a statement's rows are wanted: as the engine offers it, texts as varying ones in WIN1252.
 Layout OutputLayout(Status& status, api::IMessageMetadata& offered);
 
 /// Text of the blob with this id.
