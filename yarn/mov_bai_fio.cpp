@@ -108,16 +108,16 @@ void TFmMovBaiFio::FormCreate() {
 }
 
 void TFmMovBaiFio::ColunasDoEstoque() {
-  constexpr auto kRight = host::Align::kRight;
+  constexpr auto k_right = host::Align::kRight;
   std::vector<host::GridColumn> columns = {{"Codigo", "Código", 15, true},
                                            {"Descricao", "Descrição", 40, true},
                                            {"Cor", "Cor", 6, true},
                                            {"Deposito", "Depósito", 8, true},
                                            {"Lote", "Lote", 15, true},
-                                           {"Qtde", "Qtde", 12, true, false, kRight},
-                                           {"Qtde_B", "Qtde. B", 12, true, false, kRight},
-                                           {"Reservadas", "Reservadas", 12, true, false, kRight},
-                                           {"Preco", "Preço", 12, true, false, kRight},
+                                           {"Qtde", "Qtde", 12, true, false, k_right},
+                                           {"Qtde_B", "Qtde. B", 12, true, false, k_right},
+                                           {"Reservadas", "Reservadas", 12, true, false, k_right},
+                                           {"Preco", "Preço", 12, true, false, k_right},
                                            {"DescDep", "Desc. Depósito", 30, true},
                                            {"Local", "Local", 10, true}};
   if (UsaFornecedorLote) columns.push_back({"Fornecedor", "Fornecedor", 40, true});
@@ -350,11 +350,11 @@ std::vector<std::size_t> TFmMovBaiFio::LinhasDoFio(const LotKey& lot, bool& know
     known =
         known || (line.FieldByName("Codigo").AsText() == lot.code && line.FieldByName("Cor").AsText() == lot.colour);
   }
-  constexpr std::size_t kCode = 0;  // positions in ConsumptionFields
-  constexpr std::size_t kColour = 2;
+  constexpr std::size_t k_code = 0;  // positions in ConsumptionFields
+  constexpr std::size_t k_colour = 2;
   std::vector<std::size_t> lines;
   for (std::size_t at = 1; at <= TbBaixa.RecordCount(); ++at) {
-    if (TbBaixa.ValueAt(at, kCode).AsText() != lot.code || TbBaixa.ValueAt(at, kColour).AsText() != lot.colour)
+    if (TbBaixa.ValueAt(at, k_code).AsText() != lot.code || TbBaixa.ValueAt(at, k_colour).AsText() != lot.colour)
       continue;
     lines.push_back(TbBaixa.IdAt(at));
   }
