@@ -64,31 +64,31 @@ std::vector<FieldDef> RememberedFields() {
 }
 
 std::vector<host::GridColumn> ItemColumns() {
-  constexpr auto kRight = host::Align::kRight;
+  constexpr auto k_right = host::Align::kRight;
   return {{"Codigo", "Código", 15, true},
           {"Descricao", "Descrição", 40, true},
           {"Unidade", "Un.", 4, true},
           {"Pedido", "Pedido", 12, true},
           {"Cor", "Cor", 6, true},
           {"Desc_Cor", "Desc. Cor", 30, true},
-          {"Qtde", "Qtde", 12, true, false, kRight},
-          {"Qtde_B", "Baixada", 12, true, false, kRight},
+          {"Qtde", "Qtde", 12, true, false, k_right},
+          {"Qtde_B", "Baixada", 12, true, false, k_right},
           {"Baixada", "Encerrado", 10, false, true, host::Align::kCenter},
-          {"KgRolo", "Kg Rolo", 10, true, false, kRight},
-          {"Qtde_Rolo", "Rolos", 8, true, false, kRight},
-          {"Qtde_Rolo_B", "Rolos Baixados", 8, true, false, kRight},
-          {"Tara", "Tara", 8, true, false, kRight}};
+          {"KgRolo", "Kg Rolo", 10, true, false, k_right},
+          {"Qtde_Rolo", "Rolos", 8, true, false, k_right},
+          {"Qtde_Rolo_B", "Rolos Baixados", 8, true, false, k_right},
+          {"Tara", "Tara", 8, true, false, k_right}};
 }
 
 std::vector<host::GridColumn> RollColumns() {
-  constexpr auto kRight = host::Align::kRight;
-  return {{"Ordem", "Ord.", 6, true, false, kRight},
+  constexpr auto k_right = host::Align::kRight;
+  return {{"Ordem", "Ord.", 6, true, false, k_right},
           {"Dt_Lan", "Data", 10, true},
           {"Codigo", "Codigo", 15, true},
           {"Descricao", "Descrição do Material", 40, true},
           {"Cor", "Cor", 6, true},
-          {"Qtde", "Qtde", 12, true, false, kRight},
-          {"Qtde_R", "Qtde_Rolo", 10, true, false, kRight},
+          {"Qtde", "Qtde", 12, true, false, k_right},
+          {"Qtde_R", "Qtde_Rolo", 10, true, false, k_right},
           {"NF_Ret", "Nota Retorno", 12, true},
           {"NF_Cob", "Nota Cobrança", 12, true},
           {"Deposito", "Deposito", 8, true},
@@ -213,11 +213,9 @@ void TfmMovBaiTec::FormCreate() {
 
 void TfmMovBaiTec::BuscaDados(bool reload) {
   const std::string order = Ordem();
-  const auto items = Banco().NewQuery();
+  const auto items = ReadItems(Banco(), Servicos(), order);
   const auto rolls = Banco().NewQuery();
-  ItemsOfOrder(items->SQL, Servicos(), order);
   RollsOfOrder(rolls->SQL, Servicos(), order);
-  items->Open();
   rolls->Open();
 
   if (order != loaded_order_) TbBaixas.Empty();
@@ -309,9 +307,9 @@ void TfmMovBaiTec::TbItensBaixadaChange() {
   bool give_up = false;
   try {
     closing_.SetClosed(loaded_order_, TbItens["Codigo"].AsText(), flag);
-    Banco().CommitRetaining();
     give_up =
         flag == "S" && closing_.HasReservations(loaded_order_) && Confirm("Deseja remover as reservas deste lote?");
+    Banco().MakeDurable();
   } catch (...) {
     TbItens.Cancel();  // the tick must not show what was not written
     throw;

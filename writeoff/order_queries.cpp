@@ -1,6 +1,51 @@
 #include "writeoff/order_queries.h"
 
+#include <cstddef>
+#include <string>
+#include <utility>
+
 namespace writeoff {
+namespace {
+
+// How often an order is read anew; who saves it as often meanwhile is no person.
+constexpr int kReadings = 5;
+
+// Goes through both results to their ends.
+bool SameRows(host::TTIQuery& left, host::TTIQuery& right) {
+  if (left.RecordCount() != right.RecordCount()) return false;
+  for (; !left.Eof(); left.Next(), right.Next()) {
+    for (std::size_t i = 0; i < left.FieldCount(); ++i) {
+      const std::string column = left.FieldName(i);
+      if (!(left.FieldByName(column) == right.FieldByName(column))) return false;
+    }
+  }
+  return true;
+}
+
+std::unique_ptr<host::TTIQuery> ReadOnce(host::Database& database, const host::Funcoes& funcoes,
+                                         std::string_view order) {
+  auto items = database.NewQuery();
+  ItemsOfOrder(items->SQL, funcoes, order);
+  items->Open();
+  return items;
+}
+
+}  // namespace
+
+// Read until two readings agree. Holding the order instead would let whoever holds it keep the person waiting for a
+// look.
+std::unique_ptr<host::TTIQuery> ReadItems(host::Database& database, const host::Funcoes& funcoes,
+                                          std::string_view order) {
+  auto items = ReadOnce(database, funcoes, order);
+  for (int reading = 1; reading < kReadings; ++reading) {
+    auto again = ReadOnce(database, funcoes, order);
+    const bool agree = SameRows(*items, *again);
+    items = std::move(again);
+    if (agree) break;
+  }
+  items->First();
+  return items;
+}
 
 void ItemsOfOrder(host::SqlText& sql, const host::Funcoes& funcoes, std::string_view order) {
   const auto table = [&funcoes](std::string_view name) { return funcoes.DBLocal(name, true); };

@@ -1,4 +1,5 @@
 // Loading an order, its grids, and what is done there by hand.
+#include "host/errors.h"
 #include "write_off_mill.h"
 
 namespace test {
@@ -245,6 +246,59 @@ TEST_F(LoadedOrder, ClosingThatFailsTakesTheTickBack) {
     EXPECT_EQ(Closed(), "N");
     ASSERT_EQ(Boxes().size(), 1u);
   }
+}
+
+TEST_F(LoadedOrder, ClosingThatCannotBeMadeDurableTakesTheTickBack) {
+  ReservedOrder();
+  mill_.Exec("UPDATE {MAT_RESERVA} SET QTDE = 0");
+  Load();
+  const auto heard = mill_.Db().BeforeStatement;
+  mill_.Db().BeforeStatement = [heard](std::string_view sql) {
+    heard(sql);
+    if (sql == "COMMIT") throw host::DatabaseError("falha provocada", 0, "");
+  };
+  EXPECT_EQ(Tick("S"), ActResult::kFailed);
+  mill_.Db().BeforeStatement = heard;
+  EXPECT_EQ(Items()["Baixada"].AsText(), "N");
+  EXPECT_EQ(Closed(), "N");
+  EXPECT_EQ(Boxes().size(), 1u);
+}
+
+// The other station's save falls between two readings here; within one it can leave any mixture of both orders.
+TEST_F(LoadedOrder, IsReadUntilTwoReadingsAgree) {
+  ReservedOrder();
+  mill_.Open("TfmMovBaiTec");
+  const auto heard = mill_.Db().BeforeStatement;
+  int readings = 0;
+  mill_.Db().BeforeStatement = [&](std::string_view sql) {
+    heard(sql);
+    if (sql.find("AS QTDE_R_B") != std::string_view::npos && ++readings == 2) {
+      mill_.Exec("UPDATE {TECEL_ITEN} SET QTDE = 120");
+    }
+  };
+  Load();
+  mill_.Db().BeforeStatement = heard;
+  EXPECT_EQ(readings, 3);
+  EXPECT_EQ(Items().RecordCount(), 1u);
+  EXPECT_EQ(Items()["Qtde"].AsFloat(), 120);
+}
+
+// An order that changes with every reading is shown as it was read last.
+TEST_F(LoadedOrder, IsNotReadForEver) {
+  ReservedOrder();
+  mill_.Open("TfmMovBaiTec");
+  const auto heard = mill_.Db().BeforeStatement;
+  int readings = 0;
+  mill_.Db().BeforeStatement = [&](std::string_view sql) {
+    heard(sql);
+    if (sql.find("AS QTDE_R_B") != std::string_view::npos) {
+      mill_.Exec("UPDATE {TECEL_ITEN} SET QTDE = " + std::to_string(100 + ++readings));
+    }
+  };
+  Load();
+  mill_.Db().BeforeStatement = heard;
+  EXPECT_EQ(readings, 5);
+  EXPECT_EQ(Items()["Qtde"].AsFloat(), 105);
 }
 
 TEST_F(LoadedOrder, PopUpGivesTheReservationsUp) {
