@@ -82,6 +82,8 @@ class TfmMovBaiTec : public host::Screen, public yarn::YarnWriteOffOpener {
   [[noreturn]] void Recusa(std::string_view text, host::Control* back_to);
   /// The checks and all writing of a roll. Abort when it was refused or given up.
   void BaixaPeca();
+  double Quantidade() const;  // as typed, to three decimals
+  double Pecas() const;       // to one decimal
   double PesoLiquido();
   double ConferePeso(double net);
   void BaixaFios(double net);

@@ -93,7 +93,7 @@ yarn::Roll TfmMovBaiTec::CurrentRoll() const {
 void TfmMovBaiTec::BtnConfirmaClick() {
   if (GetHost().GetContabil().PeriodoConciliado(EdtData.GetDate(), "IV")) throw host::Abort();
   ConfereCampos();
-  if (EdtQtde.Number() > 0) BaixaPeca();
+  if (Quantidade() > 0) BaixaPeca();
   ZeraPeca();
 }
 
@@ -141,9 +141,13 @@ void TfmMovBaiTec::BaixaPeca() {
   GravaPeca(net);
 }
 
+double TfmMovBaiTec::Quantidade() const { return host::RoundTo(EdtQtde.Number(), 3); }
+
+double TfmMovBaiTec::Pecas() const { return host::RoundTo(EdtPecas.Number(), 1); }
+
 double TfmMovBaiTec::PesoLiquido() {
-  const double pieces = EdtPecas.Number() == 0 ? 1 : EdtPecas.Number();
-  const double net = host::WithoutNoise(EdtQtde.Number() - EdtTara.Number() * pieces);
+  const double pieces = Pecas() == 0 ? 1 : Pecas();
+  const double net = host::WithoutNoise(Quantidade() - EdtTara.Number() * pieces);
   if (host::RoundTo(net, 3) == host::RoundTo(last_net_, 3)) {
     last_net_ = 0;
     Inform("Baixa já Realizada.");
@@ -155,7 +159,7 @@ double TfmMovBaiTec::PesoLiquido() {
 // The roll's quantity as it is written off: kilograms, by weight also for what is counted or measured.
 double TfmMovBaiTec::ConferePeso(double net) {
   const double standard = TbItens["KgRolo"].AsFloat();
-  if (standard > 0 && AverageRoll(net, EdtPecas.Number()) > HeaviestRoll(standard) &&
+  if (standard > 0 && AverageRoll(net, Pecas()) > HeaviestRoll(standard) &&
       !Confirm("Peso médio dos rolos está fora do padrão, deseja continuar?")) {
     throw host::Abort();
   }
@@ -207,7 +211,7 @@ void TfmMovBaiTec::GravaPeca(double net) {
   roll.colour = EdtCor.Text();
   roll.date = EdtData.GetDate();
   roll.quantity = net;
-  roll.pieces = EdtPecas.Number();
+  roll.pieces = Pecas();
   roll.return_note = EdtNFRet.Text();
   roll.charge_note = EdtNFCob.Text();
   roll.deposit = EdtDeposito.Text();

@@ -309,6 +309,20 @@ TEST_F(ConfirmedRoll, ShowsInTheRollGridNewestFirst) {
                                                 "Lote", "Local", "Responsável", "Pedido", "Máquina", "Desc. Máquina"}));
 }
 
+TEST_F(ConfirmedRoll, QuantityHasThreeDecimalsAndPiecesOne) {
+  ReservedOrder();
+  Load();
+  Type("EdtPecas", "1,26");
+  ASSERT_EQ(Roll("10,1236"), ActResult::kDone);
+  ASSERT_EQ(Rolls().size(), 1u);
+  EXPECT_EQ(Rolls().front().at("QTDE"), host::Value(10.124));
+  EXPECT_EQ(Rolls().front().at("QTDE_R"), host::Value(1.3));
+  Type("EdtQtde", "0,0004");
+  EXPECT_EQ(Confirm(), ActResult::kDone);
+  EXPECT_EQ(Rolls().size(), 1u);
+  ExpectBooksBalance();
+}
+
 TEST_F(ConfirmedRoll, SendsFewStatements) {
   ReservedOrder();
   Load();
