@@ -11,15 +11,15 @@ constexpr std::size_t kLogWidth = 150;
 
 }  // namespace
 
-RollRecord::RollRecord(host::Host& host)
-    : host_(host), funcoes_(host.GetFuncoes()), database_(host.GetTabela().IBDatabase()) {}
+RollRecord::RollRecord(host::Host& host) : funcoes_(host.GetFuncoes()), database_(host.GetTabela().IBDatabase()) {}
 
 void RollRecord::Write(const RollRow& roll) {
   RaiseItem(roll);
   Insert(roll);
-  database_.CommitRetaining();
   funcoes_.GeraLog(kLogSubject, "BAIXA DE LOTE NR.: " + Described(roll), host::LogOperation::kInclusion, roll.order,
                    nullptr);
+  // Not left to the action's end: by then the screen would have taken the roll for written.
+  database_.MakeDurable();
 }
 
 void RollRecord::LogFailure(const RollRow& roll) {

@@ -32,8 +32,8 @@ class RollRecord {
  public:
   explicit RollRecord(host::Host& host);
 
-  /// Raises the item, inserts the roll, asks for durability and logs. Throws at what failed; what was written before
-  /// is the caller's to undo.
+  /// Raises the item, inserts the roll, logs it and makes the whole roll durable: when it returns, the roll is safe.
+  /// Throws at what failed; what was written before is the caller's to undo.
   void Write(const RollRow& roll);
   /// Logs that the roll could not be written.
   void LogFailure(const RollRow& roll);
@@ -46,7 +46,6 @@ class RollRecord {
   void Insert(const RollRow& roll);
   std::string Described(const RollRow& roll) const;
 
-  host::Host& host_;
   host::Funcoes& funcoes_;
   host::Database& database_;
 };
