@@ -16,6 +16,7 @@
 #include "app/books/check.h"
 #include "app/cli/module_loader.h"
 #include "app/cli/terminal.h"
+#include "app/firebird/attachment.h"
 #include "app/mill/import.h"
 #include "app/mill/mill.h"
 #include "app/mill/passwords.h"
@@ -41,9 +42,6 @@ firebird::ConnectOptions Connection(const Arguments& arguments) {
   return options;
 }
 
-// "host/port:path" or "host:path" reaches a server; a drive letter does not.
-bool IsServer(const std::string& database) { return database.find(':', 2) != std::string::npos; }
-
 std::string ReadFile(const std::string& file) {
   std::error_code ignored;
   if (std::filesystem::is_directory(file, ignored)) throw host::InputError(file + " é uma pasta.");
@@ -61,7 +59,7 @@ std::unique_ptr<firebird::Database> OpenCurrent(const Arguments& arguments) {
 // Whoever can open the file of an embedded database can already read and write all of it: there, a password is checked
 // when one is given. A server has asked for it before.
 void CheckPerson(firebird::Database& database, const Arguments& arguments) {
-  if (IsServer(arguments.database) || !arguments.password) return;
+  if (firebird::IsServerPath(arguments.database) || !arguments.password) return;
   if (!mill::CheckPassword(database, arguments.user, *arguments.password)) {
     throw host::InputError("Senha errada para o usuário " + arguments.user + ".");
   }

@@ -14,6 +14,7 @@
 #include "app/firebird/embedded_root.h"
 #include "app/firebird/errors.h"
 #include "app/firebird/file_guard.h"
+#include "app/firebird/rights.h"
 
 namespace app::firebird {
 namespace {
@@ -128,7 +129,7 @@ Attachment::Attachment(const ConnectOptions& options, bool create) : lock_timeou
       AttachFile(options, create);
     }
   } catch (const EngineError& error) {
-    throw ToConnectError(error, options.database);
+    throw ToConnectError(error, options.database, create);
   }
 }
 
@@ -169,6 +170,8 @@ void Attachment::AttachServer(const ConnectOptions& options, bool create) {
   Parameters parameters(status_, api::IXpbBuilder::DPB);
   if (!options.user.empty()) parameters.Text(isc_dpb_user_name, options.user);
   if (!options.password.empty()) parameters.Text(isc_dpb_password, options.password);
+  // A user to whom the role was not given works with his own rights.
+  if (!create) parameters.Text(isc_dpb_sql_role_name, kStationRole);
   parameters.Text(isc_dpb_config, "Providers = Remote\n");
   AddCommon(parameters, options, create);
   api::IProvider* provider = Master().getDispatcher();

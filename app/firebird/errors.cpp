@@ -102,13 +102,15 @@ host::DatabaseError ToDatabaseError(const EngineError& error, std::string_view s
   return {Sentence(error), FirstMeaning(error), std::string(sql)};
 }
 
-host::DatabaseError ToConnectError(const EngineError& error, const std::string& database) {
+host::DatabaseError ToConnectError(const EngineError& error, const std::string& database, bool create) {
   const std::string name = "\"" + database + "\"";
   std::string text;
   if (HasAny(error, {isc_login, isc_login_error})) {
     text = "Usuário ou senha do banco de dados inválidos.";
   } else if (error.Has(isc_bad_db_format)) {
     text = "O arquivo " + name + " não é um banco de dados.";
+  } else if (create && error.Has(isc_no_priv)) {
+    text = "O usuário não tem permissão para criar bancos de dados no servidor.";
   } else if (HasAny(error, {isc_no_priv, isc_read_only_database})) {
     text = "O banco de dados " + name + " só permite leitura a este usuário.";
   } else if (error.Has(isc_wrong_ods)) {
@@ -119,6 +121,12 @@ host::DatabaseError ToConnectError(const EngineError& error, const std::string& 
     text = "O servidor do banco de dados " + name + " não responde.";
   } else if (error.Has(isc_shutdown)) {
     text = "O banco de dados " + name + " está fechado para manutenção.";
+  } else if (create && HasAny(error, {isc_io_create_err, isc_obj_in_use})) {
+    // A server tells the reason only in words of its own language.
+    text = "O banco de dados " + name +
+           " não pôde ser criado: ele já existe, ou a pasta não existe ou não permite gravação.";
+  } else if (error.Has(isc_io_open_err)) {
+    text = "O banco de dados " + name + " não existe ou não pode ser aberto.";
   } else if (error.Has(isc_io_error)) {
     text = "O banco de dados " + name + " não pôde ser aberto.";
   } else {

@@ -14,8 +14,8 @@ namespace app::firebird {
 /// better, the first number that says something, and the statement as it was given.
 host::DatabaseError ToDatabaseError(const EngineError& error, std::string_view sql);
 
-/// The same for a refused connection to `database`.
-host::DatabaseError ToConnectError(const EngineError& error, const std::string& database);
+/// The same for a refused connection to `database`, or its refused creation.
+host::DatabaseError ToConnectError(const EngineError& error, const std::string& database, bool create);
 
 /// True when another station changed or holds the row: the statement may succeed when it is run again.
 bool IsConflict(const EngineError& error);

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 
+#include "app/firebird/rights.h"
 #include "app/firebird/sql_script.h"
 #include "host/errors.h"
 
@@ -101,6 +102,7 @@ void Migrate(Database& database, const std::vector<Migration>& migrations) {
     const int number = NumberOf(*migration);
     if (!IsRecorded(database, number)) Apply(database, *migration, number);
   }
+  GrantStationRights(database);
 }
 
 }  // namespace app::firebird

@@ -18,8 +18,8 @@ struct Migration {
 int SchemaVersion(Database& database);
 
 /// Applies those migrations that the database does not record yet, in order, each whole or not at all, and records
-/// each. Throws host::DatabaseError that names the migration when one fails (the database is as before that one) and
-/// when the database records a higher number than the program has.
+/// each; afterwards the station role may use what is there. Throws host::DatabaseError that names the migration when
+/// one fails (the database is as before that one) and when the database records a higher number than the program has.
 void Migrate(Database& database, const std::vector<Migration>& migrations);
 
 }  // namespace app::firebird
