@@ -165,6 +165,7 @@ class TfmCadLoteTec : public host::Screen {
   void AppendItem(const host::TTIQuery& order);
   bool MillChanged() const;
   void CheckItems(bool mill_changed);
+  void KeepWrittenOffItems();
   [[noreturn]] void RefuseItem(const host::DatasetCursor& item, std::string_view message);
   OrderHeader HeaderOnScreen() const;
   std::vector<OrderItem> ItemsOnScreen() const;

@@ -7,6 +7,15 @@ namespace orders {
 namespace {
 
 constexpr const char* kLogSubject = "ORDEM DE TECELAGEM";
+constexpr const char* kWrittenOff = "Lote com baixas. Impossível excluir.";
+
+std::string ColourOutsideComposition(const std::string& code, const std::string& colour) {
+  return "Cor inválida na composição do material " + code + " cor " + colour + ".\nImpossível continuar a gravação.";
+}
+
+std::string WrittenOffMeanwhile(const std::string& code, const std::string& colour) {
+  return "Produto já possui quantidade baixada. Impossível Continuar.\nMaterial " + code + " cor " + colour + ".";
+}
 
 }  // namespace
 
@@ -136,16 +145,17 @@ void TfmCadLoteTec::BtnGravarClick() {
   TbEstoque.Post();
   database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
   CheckItems(MillChanged());
+  KeepWrittenOffItems();
   StoreReservationsAndOrder();
   LimpaTela();
   EdtNumero.SetFocus();
 }
 
-// A new order has no stored mill, so its mill always counts as changed.
+// A new order has no stored mill, so its mill always counts as changed. (A stored order may have none either.)
 bool TfmCadLoteTec::MillChanged() const {
-  const host::Value stored =
-      funcoes_.Busca_Valor("TECEL", "NUMERO", "MALHARIA", funcoes_.Aspas(EdtNumero.Text()), true, true);
-  return stored.IsNull() || stored.AsText() != EdtMalharia.Text();
+  const std::string number = EdtNumero.Text();
+  const host::Value stored = funcoes_.Busca_Valor("TECEL", "NUMERO", "MALHARIA", funcoes_.Aspas(number), true, true);
+  return stored.AsText() != EdtMalharia.Text() || (stored.IsNull() && !store_.Exists(number));
 }
 
 void TfmCadLoteTec::CheckItems(bool mill_changed) {
@@ -153,13 +163,26 @@ void TfmCadLoteTec::CheckItems(bool mill_changed) {
     const std::string code = item.FieldByName("Codigo").AsText();
     const std::string colour = item.FieldByName("Cor").AsText();
     if (!ExisteComposicao(code, colour)) {
-      RefuseItem(item, "Cor inválida na composição do material " + code + " cor " + colour +
-                           ".\nImpossível continuar a gravação.");
+      RefuseItem(item, ColourOutsideComposition(code, colour));
     }
     // An order that keeps its mill keeps the costs that were agreed.
     if (mill_changed && fabrics_.MillCost(EdtMalharia.Text(), code) == 0) {
       RefuseItem(item, "Custo da malha não cadastrado para a malharia selecionada. Impossível continuar.");
     }
+  }
+}
+
+// Rolls may have come in at another station since the order was loaded: the save would leave them without their item.
+void TfmCadLoteTec::KeepWrittenOffItems() {
+  if (!DBGrid6.Enabled()) return;
+  const std::string number = EdtNumero.Text();
+  for (const auto& [code, colour] : store_.WrittenOffItems(number)) {
+    bool on_screen = false;
+    for (host::DatasetCursor item(TbItens); !item.Eof() && !on_screen; item.Next()) {
+      on_screen = item.FieldByName("Codigo").AsText() == code && item.FieldByName("Cor").AsText() == colour;
+    }
+    if (on_screen || !store_.ItemExists(number, code, colour)) continue;
+    Refuse(WrittenOffMeanwhile(code, colour));
   }
 }
 
@@ -245,11 +268,13 @@ void TfmCadLoteTec::BtnExcluirClick() {
   RequireRight("E");
   RequireNumber();
   for (host::DatasetCursor item(TbItens); !item.Eof(); item.Next()) {
-    if (item.FieldByName("Qtde_B").AsFloat() > 0) Refuse("Lote com baixas. Impossível excluir.");
+    if (item.FieldByName("Qtde_B").AsFloat() > 0) Refuse(kWrittenOff);
   }
   if (!Confirm("Deseja excluir totalmente a Ordem de Tecelagem?")) return;
   const std::string number = EdtNumero.Text();
   database_.LockRow("TECEL", "NUMERO", number);
+  // The screen may be older than the last roll, which would be left without its order.
+  if (!store_.WrittenOffItems(number).empty()) Refuse(kWrittenOff);
   store_.DeleteHeaderAndItems(number);
   store_.DeleteReservationsAndPlanning(number);
   funcoes_.GeraLog(kLogSubject, "EXCLUSAO DA ORDEM NR. " + number, host::LogOperation::kDeletion, number, nullptr);

@@ -52,6 +52,17 @@ double OrderStore::WrittenOff(std::string_view number, std::string_view code, st
   return sum->FieldByName("QTDE_B").AsFloat();
 }
 
+std::vector<std::pair<std::string, std::string>> OrderStore::WrittenOffItems(std::string_view number) const {
+  const auto rows =
+      OpenQuery(database_, {"SELECT CODIGO, COR", "FROM " + words_.Table("TECELB"),
+                            "WHERE NUMERO = " + words_.Text(number), "GROUP BY CODIGO, COR", "HAVING SUM(QTDE) > 0"});
+  std::vector<std::pair<std::string, std::string>> items;
+  for (; !rows->Eof(); rows->Next()) {
+    items.emplace_back(rows->FieldByName("CODIGO").AsText(), rows->FieldByName("COR").AsText());
+  }
+  return items;
+}
+
 void OrderStore::InsertHeader(const OrderHeader& header) {
   const Words& w = words_;
   Execute(database_,

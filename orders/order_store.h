@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "host/database.h"
 #include "host/date.h"
@@ -52,6 +54,8 @@ class OrderStore {
   std::unique_ptr<host::TTIQuery> Load(std::string_view number) const;
   /// Sum of the rolls of an item; 0 when there are none.
   double WrittenOff(std::string_view number, std::string_view code, std::string_view colour) const;
+  /// Code and colour of all that the order's rolls were written off for.
+  std::vector<std::pair<std::string, std::string>> WrittenOffItems(std::string_view number) const;
 
   /// State "A", whatever it was before.
   void InsertHeader(const OrderHeader& header);

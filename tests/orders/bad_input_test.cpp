@@ -195,7 +195,12 @@ TEST_F(BadInput, NullsEverywhere) {
   EXPECT_EQ(Text("EdtData"), "");
   EXPECT_EQ(Text("EdtMalharia"), "");
   EXPECT_TRUE(Screen().DBGrid6.Enabled());
-  // A stored order without mill counts as one whose mill changes.
+  // A stored order without mill that still has none keeps it: no price is asked for. One that gets a mill needs it.
+  EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
+  EXPECT_EQ(Items("000050"), Lines{"F2 | 01 |  | 0 | 0 |  | 0 | 0 | "});
+  mill_.Exec("UPDATE {TECEL} SET MALHARIA = NULL");
+  Load("000050");
+  Type("EdtMalharia", "M00004");
   EXPECT_EQ(Click("BtnGravar"), ActResult::kRefused);
   EXPECT_EQ(mill_.Messages().size(), 1u);
   Type("EdtMalharia", "M00001");

@@ -218,6 +218,16 @@ TEST_F(Saving, ANewOrderWithoutMillLacksThePrice) {
             Lines{"Custo da malha não cadastrado para a malharia selecionada. Impossível continuar."});
 }
 
+TEST_F(Saving, AStoredOrderThatNeverHadAMillKeepsItsMill) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  for (const char* none : {"NULL", "''"}) {
+    mill_.Exec(std::string("UPDATE {TECEL} SET MALHARIA = ") + none);
+    Load(number);
+    EXPECT_EQ(Click("BtnGravar"), ActResult::kDone) << none;
+    EXPECT_EQ(mill_.Messages(), Lines()) << none;
+  }
+}
+
 TEST_F(Saving, WrittenOffQuantityComesFromTheRollsWhateverTheScreenShows) {
   const std::string number = SavedOrder({{"F1", "01", "100"}, {"F1", "02", "50"}});
   Load(number);

@@ -170,5 +170,84 @@ TEST_F(Stations, AnOrderDeletedElsewhereIsANewOneOnSave) {
   EXPECT_EQ(Log().back(), "ORDEM DE TECELAGEM | INCLUSAO DA ORDEM NR. 000001 | 0 | 000001");
 }
 
+// --- rolls written since the order was loaded ---------------------------------------------------------------------
+
+TEST_F(Stations, AnOrderWithARollWrittenSinceIsNotDeleted) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  Load(number);
+  Roll(number, "F1", "01", 1, 12.5);
+  const Lines before = Everything();
+  mill_.Person().Answer("Deseja excluir totalmente", "yes");
+  EXPECT_EQ(Click("BtnExcluir"), ActResult::kRefused);
+  const auto shown = mill_.Person().TakeMessages();
+  ASSERT_EQ(shown.size(), 2u);
+  EXPECT_EQ(shown[1].text, "Lote com baixas. Impossível excluir.");
+  EXPECT_EQ(shown[1].icon, host::Icon::kInformation);
+  EXPECT_EQ(Everything(), before);
+  EXPECT_EQ(Shown("TbItens", {"Codigo", "Cor"}), Lines{"F1 | 01"});
+}
+
+TEST_F(Stations, ADeleteWaitsForARollAndIsRefused) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  Load(number);
+  app::firebird::Database& weighing = other_->Db();
+  weighing.BeginAction();
+  weighing.LockRow("TECEL", "NUMERO", number);
+  weighing.Execute("INSERT INTO " + weighing.PhysicalName("TECELB") +
+                       " (NUMERO, CODIGO, COR, ORDEM, QTDE) VALUES (?, 'F1', '01', 1, 12.5)",
+                   {number});
+  std::thread roll([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    weighing.EndAction(app::firebird::Database::Outcome::kOk);
+  });
+  mill_.Person().Answer("Deseja excluir totalmente", "yes");
+  EXPECT_EQ(Click("BtnExcluir"), ActResult::kRefused);
+  roll.join();
+  EXPECT_EQ(Items(number).size(), 1u);
+}
+
+TEST_F(Stations, AnOrderWhoseRollsWereAllTakenBackIsDeleted) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  Load(number);
+  Roll(number, "F1", "01", 1, 12.5);
+  Roll(number, "F1", "01", 2, -12.5);
+  mill_.Person().Answer("Deseja excluir totalmente", "yes");
+  EXPECT_EQ(Click("BtnExcluir"), ActResult::kDone);
+  EXPECT_EQ(Items(number), Lines());
+}
+
+TEST_F(Stations, AnItemWithARollWrittenSinceStaysInTheOrder) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}, {"F1", "02", "50"}, {"F2", "01", "10"}});
+  Load(number);
+  Stand("TbItens", {{"Codigo", "F1"}, {"Cor", "02"}});
+  EXPECT_EQ(mill_.Desk().DeleteRow(Screen().DBGrid6), ActResult::kDone);
+  Stand("TbItens", {{"Codigo", "F2"}, {"Cor", "01"}});
+  EXPECT_EQ(mill_.Set(Screen(), "TbItens", {{"Cor", "02"}}), ActResult::kDone);
+  for (const char* item : {"F1 02", "F2 01"}) {
+    const std::string code(item, 2);
+    const std::string colour(item + 3);
+    mill_.Exec("DELETE FROM {TECELB}");
+    Roll(number, code, colour, 1, 3);
+    const Lines before = Everything();
+    EXPECT_EQ(Click("BtnGravar"), ActResult::kRefused);
+    EXPECT_EQ(mill_.Messages(), Lines{"Produto já possui quantidade baixada. Impossível Continuar.\nMaterial " + code +
+                                      " cor " + colour + "."});
+    EXPECT_EQ(Everything(), before);
+    EXPECT_EQ(Screen().TbItens.RecordCount(), 2u);
+  }
+  // The person loads the order again and goes on.
+  Load(number);
+  EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
+  EXPECT_EQ(Items(number).size(), 3u);
+}
+
+TEST_F(Stations, RollsOfAnItemThatTheOrderNeverHadDoNotHinderASave) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  Roll(number, "F2", "01", 1, 3);
+  Load(number);
+  EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
+  EXPECT_EQ(Items(number), Lines{"F1 | 01 |  | 5 | 100 |  | 0 | 0 | "});
+}
+
 }  // namespace
 }  // namespace test
