@@ -75,7 +75,11 @@ void TFmCadComposi::WireInputs() {
   EdtCodMat.OnKeyDown = [this](host::Key key) {
     if (key == host::Key::kF4) PqCodMat.Open();
   };
-  PqCodMat.OnFechaPesquisa = [this] { EdtCodMat.SetText(PqCodMat.RetornoPesquisa("CODIGO").AsText()); };
+  PqCodMat.OnFechaPesquisa = [this] {
+    EdtCodMat.SetText(PqCodMat.RetornoPesquisa("CODIGO").AsText());
+    // The fabric is loaded when the person leaves its code, wherever the lookup was opened from.
+    EdtCodMat.SetFocus();
+  };
 
   edtCodCliente.OnExit = [this] { edtCodClienteExit(); };
   edtCodCliente.OnChange = [this] { edtCodClienteChange(); };
@@ -220,6 +224,7 @@ void TFmCadComposi::btnGravarClick() {
     if (!grid_is_of_fabric_) return;
   }
   TbComposi.Post();
+  DropBlankRows();
   if (!IsWhole(SumOfPercentages(TbComposi))) AskToRecalculate();
   GravaDados();
   EdtCodMat.SetFocus();
@@ -236,6 +241,17 @@ void TFmCadComposi::btnGravarClick() {
   // The empty grid is nobody's composition: the fabric has to be loaded again before it may be stored again.
   grid_is_of_fabric_ = false;
   changed_ = false;
+}
+
+// A row that was appended by going down from the last one and never typed into is no yarn.
+void TFmCadComposi::DropBlankRows() {
+  for (TbComposi.First(); !TbComposi.Eof();) {
+    if (IsBlank(TbComposi)) {
+      TbComposi.Delete();
+    } else {
+      TbComposi.Next();
+    }
+  }
 }
 
 void TFmCadComposi::GravaDados() {
@@ -308,6 +324,7 @@ void TFmCadComposi::EdtCodMatExit() {
 }
 
 void TFmCadComposi::EdtCodMatChange() {
+  grid_is_of_fabric_ = false;
   const std::string& fabric = EdtCodMat.Text();
   host::Funcoes& funcoes = Services();
   LblCodMat.SetText(

@@ -53,6 +53,7 @@ class TFmCadComposi : public host::Screen {
 
   void WireInputs();
   void WireGrid();
+  void DropBlankRows();
   void AskToRecalculate();
   void ShowHeader(const host::TTIQuery& first_row);
   void AddStoredRow(const host::TTIQuery& row);

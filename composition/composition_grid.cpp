@@ -89,4 +89,14 @@ std::vector<host::GridColumn> GridColumns(const std::vector<FabricColour>& colou
   return columns;
 }
 
+bool IsBlank(const host::Dataset& rows) {
+  for (std::size_t at = 0; at < rows.FieldCount(); ++at) {
+    const host::Field& field = rows.FieldAt(at);
+    if (field.Name() == "Ordem") continue;
+    const host::Value& value = field.Get();
+    if (value.IsNumber() ? value.AsFloat() != 0 : !host::Trim(value.AsText()).empty()) return false;
+  }
+  return true;
+}
+
 }  // namespace composition

@@ -34,4 +34,7 @@ std::vector<host::FieldDef> GridFields(const std::vector<FabricColour>& colours)
 /// All fields in order; what the program fills is read only, so that the cursor passes it by.
 std::vector<host::GridColumn> GridColumns(const std::vector<FabricColour>& colours);
 
+/// True when nothing but its position stands in the current row: no text, no number other than 0.
+bool IsBlank(const host::Dataset& rows);
+
 }  // namespace composition

@@ -143,6 +143,42 @@ TEST_F(Saving, ARowStillBeingTypedIsStoredToo) {
   EXPECT_EQ(Composition("M2"), Lines{"F1 1 01 BCO 100"});
 }
 
+TEST_F(Saving, RowsNobodyTypedIntoAreNoYarns) {
+  TypeM1();
+  ASSERT_EQ(mill_.Desk().SelectRow(Screen().GrdComposi, 2), ActResult::kDone);
+  // Down on the last row appends one; so does the next Down.
+  for (int i = 0; i < 2; ++i) ASSERT_EQ(mill_.Desk().GridKey(Screen().GrdComposi, host::Key::kDown), ActResult::kDone);
+  ASSERT_EQ(Rows().RecNo(), 4u);
+  // An unknown yarn leaves nothing behind either.
+  ASSERT_EQ(TypeCell("Codigo", "NADA"), ActResult::kDone);
+  EXPECT_EQ(mill_.Messages(), Lines{"Material não cadastrado."});
+  ASSERT_EQ(Save(), ActResult::kDone);
+  EXPECT_EQ(mill_.Messages(), Lines{});
+  EXPECT_EQ(mill_.Scalar("SELECT COUNT(DISTINCT ORDEM) FROM {COMP_MATERIAL} WHERE MATERIAL = 'M1'").AsInteger(), 2);
+  EXPECT_EQ(mill_.Scalar("SELECT COUNT(*) FROM {COMP_MATERIAL} WHERE CODIGO = ''").AsInteger(), 0);
+}
+
+TEST_F(Saving, ALookupOpenedFromElsewhereDoesNotPutTheGridUnderAnotherFabric) {
+  Store("M2", {.yarn = "F2"});
+  TypeM1();
+  ASSERT_EQ(mill_.Desk().SelectRow(Screen().GrdComposi, 1), ActResult::kDone);
+  mill_.Person().Pick("PqCodMat", "M2");
+  ASSERT_EQ(mill_.Desk().OpenLookup(Screen().PqCodMat), ActResult::kDone);
+  EXPECT_EQ(mill_.Desk().Focused(), &Screen().EdtCodMat);
+  EXPECT_EQ(Screen().EdtCodMat.Text(), "M2");
+  ASSERT_EQ(Save(), ActResult::kDone);
+  EXPECT_EQ(Composition("M2"), Lines{"F2 1 01 CRU 100"});
+  EXPECT_EQ(Composition("M1"), Lines{});
+}
+
+TEST_F(Saving, ACodeThatTheProgramPutsInIsLoadedBeforeItIsStored) {
+  Store("M2", {.yarn = "F2"});
+  TypeM1();
+  Screen().EdtCodMat.SetText("M2");
+  ASSERT_EQ(Save(), ActResult::kDone);
+  EXPECT_EQ(Composition("M2"), Lines{"F2 1 01 CRU 100"});
+}
+
 TEST_F(Saving, LeavesTheScreenReadyForTheNextFabric) {
   Store("M1", {.yarn = "F1"});
   ASSERT_EQ(Load("M1"), ActResult::kDone);
