@@ -102,6 +102,17 @@ TFmMovBaiFio::TFmMovBaiFio(host::Host& host)
   };
 }
 
+void TFmMovBaiFio::SetOpener(YarnWriteOffOpener* opener) {
+  opener_ = nullptr;
+  if (opener == nullptr) return;
+  // The screen may have been open before the roll came: what was chosen then would hide the roll's lots.
+  CbTodos.SetChecked(false);
+  CbTodos.SetEnabled(true);
+  EdtDeposito.Clear();
+  EdtLote.Clear();
+  opener_ = opener;
+}
+
 void TFmMovBaiFio::FormCreate() {
   ParamReserva = Servicos().BuscaParametro("MAL", 70);
   ColunasDoEstoque();

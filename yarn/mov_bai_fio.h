@@ -23,7 +23,7 @@ class TFmMovBaiFio : public host::Screen, public YarnWriteOff {
   void FormCreate() override;
 
   // --- YarnWriteOff ------------------------------------------------------------------------------------------
-  void SetOpener(YarnWriteOffOpener* opener) override { opener_ = opener; }
+  void SetOpener(YarnWriteOffOpener* opener) override;
   void ConsultaFiosOF() override;
   bool BaixaFiosReservados() override;
   bool BaixaFiosLembrados() override;

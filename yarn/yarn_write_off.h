@@ -67,7 +67,8 @@ class YarnWriteOff {
   std::string LocalMalha;        // place, for every movement of this roll
   bool BaixaAutomatica = false;  // set by the opener around BaixaFiosReservados
 
-  /// The opener is lent; null takes it off.
+  /// The opener is lent; the screen begins anew for it, without what a person typed or ticked there before. Null takes
+  /// the opener off and never throws.
   virtual void SetOpener(YarnWriteOffOpener* opener) = 0;
   /// Lists the yarns that the roll consumes and the stock lots that hold them. Throws DatabaseError; refuses (box,
   /// Abort) an order that is written off in full and still holds reservations.

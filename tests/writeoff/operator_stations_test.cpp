@@ -65,6 +65,22 @@ TEST_F(Operator, TheYarnScreenAloneHarmsNothing) {
   EXPECT_EQ(Boxes(), BoxList());
 }
 
+// A roll takes the open screen for itself; what was typed there before is not meant for it.
+TEST_F(Operator, TheYarnScreenLeftOpenWithFiltersServesARoll) {
+  host::Screen& yarn = mill_.Open("TFmMovBaiFio");
+  ASSERT_EQ(mill_.Desk().Check(ForAll(yarn), true), ActResult::kDone);
+  ASSERT_EQ(mill_.Type(yarn, "EdtDeposito", "DF"), ActResult::kDone);
+  ASSERT_EQ(mill_.Type(yarn, "EdtLote", "L9"), ActResult::kDone);
+  ReservedOrder();
+  Load();
+  EXPECT_EQ(Roll("10"), ActResult::kDone);
+  EXPECT_EQ(Boxes(), BoxList());
+  EXPECT_EQ(Rolls().size(), 1u);
+  EXPECT_EQ(Remembered().RecordCount(), 0u);
+  EXPECT_EQ(mill_.Desk().Find("fmMovBaiFio"), nullptr);
+  ExpectBooksBalance();
+}
+
 TEST_F(Operator, TheOrderIsHeldBeforeTheReservationsAndAgainBeforeTheRollsNumber) {
   FreeOrder();
   Load();
