@@ -22,7 +22,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr unsigned kDialect = 3;
-constexpr unsigned kUtf8 = 4;  // the engine's number of the connection's character set
+constexpr int kConnectSeconds = 10;  // how long a server may take to say anything; the library would wait minutes
+constexpr unsigned kUtf8 = 4;        // the engine's number of the connection's character set
 
 class Parameters {
  public:
@@ -170,6 +171,7 @@ void Attachment::AttachServer(const ConnectOptions& options, bool create) {
   Parameters parameters(status_, api::IXpbBuilder::DPB);
   if (!options.user.empty()) parameters.Text(isc_dpb_user_name, options.user);
   if (!options.password.empty()) parameters.Text(isc_dpb_password, options.password);
+  parameters.Number(isc_dpb_connect_timeout, kConnectSeconds);
   // A user to whom the role was not given works with his own rights.
   if (!create) parameters.Text(isc_dpb_sql_role_name, kStationRole);
   parameters.Text(isc_dpb_config, "Providers = Remote\n");

@@ -27,7 +27,7 @@ constexpr const char* kSettings =
     "DeadlockTimeout = 1\n"
     "RemoteAccess = false\n"
     "WireCrypt = Enabled\n"
-    "AuthClient = Srp,Legacy_Auth\n";
+    "AuthClient = Srp256,Srp,Legacy_Auth\n";
 
 [[noreturn]] void Refuse(const fs::path& root) {
   throw host::DatabaseError("A pasta \"" + root.string() + "\" do banco de dados não pôde ser preparada.", 0, "");

@@ -117,7 +117,7 @@ host::DatabaseError ToConnectError(const EngineError& error, const std::string& 
     text = "O banco de dados " + name + " é de outra versão do Firebird.";
   } else if (HasAny(error, {isc_already_opened, isc_lock_timeout, isc_lock_conflict})) {
     text = "O banco de dados " + name + " está em uso por outro programa.";
-  } else if (HasAny(error, {isc_network_error, isc_net_connect_err, isc_net_lookup_err})) {
+  } else if (HasAny(error, {isc_network_error, isc_net_connect_err, isc_net_lookup_err, isc_connect_reject})) {
     text = "O servidor do banco de dados " + name + " não responde.";
   } else if (error.Has(isc_shutdown)) {
     text = "O banco de dados " + name + " está fechado para manutenção.";

@@ -178,6 +178,10 @@ void PrivateServer::Kill() {
   process_ = -1;
 }
 
+void PrivateServer::Pause() const { kill(process_, SIGSTOP); }
+
+void PrivateServer::Continue() const { kill(process_, SIGCONT); }
+
 pid_t PrivateServer::Spawn(const std::vector<std::string>& words, const fs::path& input) const {
   // Nothing of this process's own settings may reach it.
   std::vector<std::string> settings = {"FIREBIRD=" + folder_.string(), "FIREBIRD_MSG=" + folder_.string(),

@@ -29,6 +29,9 @@ class PrivateServer {
   /// The computer loses power: nothing of the server is left but its files.
   void Kill();
   void Start();
+  /// It takes connections but says nothing.
+  void Pause() const;
+  void Continue() const;
 
  private:
   void WriteSettings();

@@ -272,5 +272,16 @@ TEST_F(Server, ThatIsGoneDoesNotAnswer) {
   EXPECT_EQ(told, "O servidor do banco de dados \"" + Options().database + "\" não responde.");
 }
 
+TEST_F(Server, ThatHangsIsNotWaitedForLong) {
+  TheServer().Pause();
+  const auto begin = std::chrono::steady_clock::now();
+  const std::string told = RefusalOfOpen(Options());
+  const auto took = std::chrono::steady_clock::now() - begin;
+  TheServer().Continue();
+  EXPECT_EQ(told, "O servidor do banco de dados \"" + Options().database + "\" não responde.");
+  EXPECT_LT(took, std::chrono::seconds(30));
+  EXPECT_EQ(Numbers(), "AB");
+}
+
 }  // namespace
 }  // namespace test
