@@ -135,6 +135,9 @@ void TFmCadComposi::CriaTabela(const std::vector<FabricColour>& colours) {
 
 void TFmCadComposi::BuscaDados(std::string_view fabric) {
   const BusyUntilLoaded busy(Services(), *this);
+  // Another person's save deletes the rows and inserts them anew: read just then, some would be missing here and, once
+  // stored, everywhere.
+  Connection().LockRow("MATERIAL", "CODIGO", fabric);
   const std::vector<FabricColour> colours = BuscaCores();
   const auto query = Connection().NewQuery();
   query->SQL.Add(StoredComposition(Services(), fabric));

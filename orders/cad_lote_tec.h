@@ -31,8 +31,8 @@ class TfmCadLoteTec : public host::Screen {
   bool FormKeyDown(host::Key key) override;
 
   // --- the record: cad_lote_tec_record.cpp ----------------------------------------------------------------------
-  /// Loads the order whose number stands in the number input, with its yarns and their stock. When that fails the
-  /// screen is empty but for the number.
+  /// Loads the order whose number stands in the number input, with its yarns and their stock; the caller holds the
+  /// order. When that fails the screen is empty but for the number.
   void BuscaDados();
   void BtnIncluirClick();
   void BtnGravarClick();

@@ -86,6 +86,9 @@ void TfmCadLoteTec::EdtNumeroExit() {
     StartOrder();
     return;
   }
+  // Another station's save deletes the order and inserts it anew. Read just then without a hold on it, the order may
+  // not be found and be taken for a new one, or come without some of its items.
+  database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
   if (store_.Exists(EdtNumero.Text())) {
     BuscaDados();
     return;

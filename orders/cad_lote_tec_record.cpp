@@ -33,10 +33,8 @@ void TfmCadLoteTec::RequireNumber() {
 
 // --- load ----------------------------------------------------------------------------------------------------------
 
-// Half an order on the screen would be saved as the whole one. Hence the hold on the order, without which the query may
-// meet another station's save between its header and its items, and hence none at all when the load fails.
+// Half an order on the screen would be saved as the whole one: when the load fails there is none at all.
 void TfmCadLoteTec::BuscaDados() {
-  database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
   try {
     const auto order = store_.Load(EdtNumero.Text());
     DBGrid6.SetEnabled(order->FieldByName("SITUACAO").AsText() != "B");

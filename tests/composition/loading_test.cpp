@@ -257,7 +257,7 @@ TEST_F(Loading, AFailingStatementLeavesTheScreenAsItWas) {
     EXPECT_EQ(Screen().EdtKgRolo.Text(), "21");
     ASSERT_EQ(Load("M1"), ActResult::kDone);
   }
-  EXPECT_EQ(failures, 3);  // the fabric, its colours, its rows
+  EXPECT_EQ(failures, 4);  // the fabric, the hold on it, its colours, its rows
   EXPECT_EQ(Rows().FieldCount(), 14u);
 }
 

@@ -1,5 +1,6 @@
 // The grid replaces the stored composition.
 #include <algorithm>
+#include <chrono>
 #include <thread>
 
 #include "composition_mill.h"
@@ -333,6 +334,29 @@ TEST_F(Saving, AFailureAtAnyStatementUndoesAllAndKeepsWhatWasTyped) {
   EXPECT_GE(stored, 1);
   EXPECT_EQ(Composition("M1"), after);
   EXPECT_EQ(Log().size(), 1u);
+}
+
+TEST_F(Saving, ALoadWaitsForAnotherPersonsSaveAndSeesItWhole) {
+  Store("M1", {.yarn = "F1"});
+  Mill::Options options;
+  options.database = mill_.Path();
+  Mill other(options);
+  app::firebird::Database& saving = other.Db();
+  saving.BeginAction();
+  saving.LockRow("MATERIAL", "CODIGO", "M1");
+  saving.Execute("DELETE FROM " + saving.PhysicalName("COMP_MATERIAL") + " WHERE MATERIAL = 'M1'", {});
+  std::thread save([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    saving.Execute("INSERT INTO " + saving.PhysicalName("COMP_MATERIAL") +
+                       " (MATERIAL, CODIGO, ORDEM, COR, COR_I, PERC) VALUES ('M1', 'F2', 1, '01', 'CRU', 100)",
+                   {});
+    saving.EndAction(app::firebird::Database::Outcome::kOk);
+  });
+  const ActResult loaded = Load("M1");
+  save.join();
+  EXPECT_EQ(loaded, ActResult::kDone);
+  ASSERT_EQ(Rows().RecordCount(), 1u);
+  EXPECT_EQ(Cell(1, "Codigo"), "F2");
 }
 
 TEST_F(Saving, TwoPeopleSavingOneFabricTakeTurns) {
