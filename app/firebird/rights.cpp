@@ -42,16 +42,19 @@ std::vector<std::string> FunctionsWithoutRights(Database& database) {
                "AND P.RDB$USER = ? AND P.RDB$USER_TYPE = 13)");
 }
 
+void Grant(Database& database, const char* right, const std::string& name) {
+  std::string sql = "GRANT ";
+  sql.append(right).append(" \"").append(name).append("\" TO ROLE ").append(kStationRole);
+  database.Execute(sql, {});
+}
+
 void GrantMissing(Database& database) {
   const std::vector<std::string> tables = TablesWithoutRights(database);
   const std::vector<std::string> functions = FunctionsWithoutRights(database);
   if (tables.empty() && functions.empty()) return;
-  const std::string role = std::string(" TO ROLE ") + kStationRole;
   if (!RoleExists(database)) database.Execute(std::string("CREATE ROLE ") + kStationRole, {});
-  for (const std::string& table : tables) database.Execute("GRANT ALL ON \"" + table + "\"" + role, {});
-  for (const std::string& function : functions) {
-    database.Execute("GRANT EXECUTE ON FUNCTION \"" + function + "\"" + role, {});
-  }
+  for (const std::string& table : tables) Grant(database, "ALL ON", table);
+  for (const std::string& function : functions) Grant(database, "EXECUTE ON FUNCTION", function);
 }
 
 bool Complete(Database& database) {

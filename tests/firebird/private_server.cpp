@@ -190,6 +190,8 @@ pid_t PrivateServer::Spawn(const std::vector<std::string>& words, const fs::path
   std::vector<std::string> copies = words;
   std::vector<char*> arguments;
   std::vector<char*> environment;
+  arguments.reserve(copies.size() + 1);
+  environment.reserve(settings.size() + 1);
   for (std::string& word : copies) arguments.push_back(word.data());
   for (std::string& setting : settings) environment.push_back(setting.data());
   arguments.push_back(nullptr);

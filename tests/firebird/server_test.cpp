@@ -166,7 +166,7 @@ TEST_F(Server, TwoStationsTakeTurnsAtARow) {
     other->BeginAction();
     other->LockRow("T", "NUMERO", "A");
     waited = ended;
-    const std::string seen = Get(*other, "SELECT NOME FROM {T} WHERE NUMERO = 'A'");
+    std::string seen = Get(*other, "SELECT NOME FROM {T} WHERE NUMERO = 'A'");
     other->EndAction(Outcome::kOk);
     return seen;
   });
