@@ -16,11 +16,12 @@ EngineError::EngineError(api::IStatus* status) {
         break;
       case isc_arg_string:
       case isc_arg_interpreted:
-        names_.emplace_back(reinterpret_cast<const char*>(*at++));
+        // The engine's status vector holds its texts' addresses as numbers.
+        names_.emplace_back(reinterpret_cast<const char*>(*at++));  // NOLINT(performance-no-int-to-ptr)
         break;
       case isc_arg_cstring: {
         const auto length = static_cast<std::size_t>(*at++);
-        names_.emplace_back(reinterpret_cast<const char*>(*at++), length);
+        names_.emplace_back(reinterpret_cast<const char*>(*at++), length);  // NOLINT(performance-no-int-to-ptr)
         break;
       }
       default:
