@@ -33,11 +33,19 @@ ensure_packages() {
     fi
     as_root=(sudo)
   fi
-  # A server package must not start a database server on a developer's machine: only its engine is wanted.
+  # Only the database's engine and its server program are wanted, not a server that starts by itself.
+  local policy=/usr/sbin/policy-rc.d ours=no failed=no
+  if [ ! -e "$policy" ]; then
+    ours=yes
+    printf '#!/bin/sh\nexit 101\n' | "${as_root[@]}" tee "$policy" >/dev/null
+    "${as_root[@]}" chmod 755 "$policy"
+  fi
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq &&
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
-      >/dev/null || {
-      echo "Cannot install packages: apt-get failed; see its message above." >&2
-      return 1
-    }
+      >/dev/null || failed=yes
+  [ "$ours" = no ] || "${as_root[@]}" rm -f "$policy"
+  if [ "$failed" = yes ]; then
+    echo "Cannot install packages: apt-get failed; see its message above." >&2
+    return 1
+  fi
 }
