@@ -14,6 +14,7 @@
 #include "app/services/user_settings.h"
 #include "app/services/users.h"
 #include "host/errors.h"
+#include "host/restored.h"
 #include "host/text.h"
 
 namespace app {
@@ -172,15 +173,7 @@ void ReferenceApplication::RunModal(host::Screen& screen) {
 }
 
 host::Screen& ReferenceApplication::LoadScreen(std::string_view screen_class) {
-  struct Loading {
-    explicit Loading(bool& on) : flag(on), before(on) { flag = true; }
-    ~Loading() { flag = before; }
-    Loading(const Loading&) = delete;
-    Loading& operator=(const Loading&) = delete;
-    bool& flag;
-    bool before;
-  };
-  const Loading loading(loading_from_program_);
+  const host::Restored<bool> loading(loading_from_program_, true);
   return desk_.Load(screen_class);
 }
 

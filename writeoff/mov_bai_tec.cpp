@@ -4,6 +4,7 @@
 
 #include "host/decimal.h"
 #include "host/errors.h"
+#include "host/restored.h"
 #include "host/text.h"
 #include "writeoff/order_queries.h"
 
@@ -100,17 +101,6 @@ std::vector<host::GridColumn> RollColumns() {
           {"Maquina", "Máquina", 8, true},
           {"Desc_Maquina", "Desc. Máquina", 30, true}};
 }
-
-class Flag {
- public:
-  explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Flag() { flag_ = false; }
-  Flag(const Flag&) = delete;
-  Flag& operator=(const Flag&) = delete;
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
@@ -239,7 +229,7 @@ void TfmMovBaiTec::MostraItens(host::TTIQuery& order, bool reload) {
   const std::vector<host::Value> stood_on = {TbItens["Codigo"].Get(), TbItens["Cor"].Get()};
   bool stays = false;
   {
-    const Flag loading(loading_);
+    const host::Restored<bool> loading(loading_, true);
     TbItens.Empty();
     for (; !order.Eof(); order.Next()) AcrescentaItem(order);
     TbItens.First();

@@ -3,6 +3,7 @@
 
 #include "host/decimal.h"
 #include "host/errors.h"
+#include "host/restored.h"
 #include "host/text.h"
 #include "writeoff/mov_bai_tec.h"
 
@@ -29,14 +30,7 @@ class YarnScreen {
   host::Screen& Form() { return screen_; }
 
   bool ConsumeReserved() {
-    struct Automatic {
-      explicit Automatic(bool& on) : flag(on) { flag = true; }
-      ~Automatic() { flag = false; }
-      Automatic(const Automatic&) = delete;
-      Automatic& operator=(const Automatic&) = delete;
-      bool& flag;
-    };
-    const Automatic automatic(yarn_.BaixaAutomatica);
+    const host::Restored<bool> automatic(yarn_.BaixaAutomatica, true);
     return yarn_.BaixaFiosReservados();
   }
 

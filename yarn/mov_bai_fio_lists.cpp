@@ -1,22 +1,12 @@
 // The two lists of the yarn screen: what the roll consumes, and the lots that hold it.
 #include "host/decimal.h"
 #include "host/errors.h"
+#include "host/restored.h"
 #include "host/text.h"
 #include "yarn/mov_bai_fio.h"
 
 namespace yarn {
 namespace {
-
-class Flag {
- public:
-  explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Flag() { flag_ = false; }
-  Flag(const Flag&) = delete;
-  Flag& operator=(const Flag&) = delete;
-
- private:
-  bool& flag_;
-};
 
 // A lot's code begins with its supplier's.
 constexpr std::size_t kSupplierWidth = 5;
@@ -27,7 +17,7 @@ constexpr int kPriceDecimals = 4;
 
 void TFmMovBaiFio::ConsultaFiosOF() {
   {
-    const Flag loading(loading_);
+    const host::Restored<bool> loading(loading_, true);
     TbBaixa.SetFiltered(false);
     TbBaixa.Empty();
     TbEst.Empty();

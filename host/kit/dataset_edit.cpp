@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/kit/dataset.h"
+#include "host/restored.h"
 
 namespace host {
 namespace {
@@ -36,17 +37,6 @@ Value Fitting(const Value& value, FieldType type) {
   if (type == FieldType::kText && !value.IsNull()) return value.AsText();
   return value;
 }
-
-class Flag {
- public:
-  explicit Flag(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Flag() { flag_ = false; }
-  Flag(const Flag&) = delete;
-  Flag& operator=(const Flag&) = delete;
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
@@ -108,7 +98,7 @@ void Dataset::PutBack(std::size_t field, const Value& value) {
 void Dataset::Post() {
   if (!InEdit() || posting_) return;
   {
-    const Flag posting(posting_);
+    const Restored<bool> posting(posting_, true);
     Fire(BeforePost);
     if (!InEdit()) return;
     StoreEdited();

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "host/kit/desk.h"
+#include "host/restored.h"
 
 namespace host {
 
@@ -21,20 +22,6 @@ struct Desk::Impl {
   bool waiting = false;   // a modal screen waits for the person inside the running action
   bool settling = false;  // the work after an action is under way
   Cell cell;
-};
-
-/// Sets a variable and puts the former value back at the end of the scope.
-template <typename T>
-class Restored {
- public:
-  Restored(T& variable, T value) : variable_(variable), former_(variable) { variable_ = value; }
-  ~Restored() { variable_ = former_; }
-  Restored(const Restored&) = delete;
-  Restored& operator=(const Restored&) = delete;
-
- private:
-  T& variable_;
-  T former_;
 };
 
 /// A handler may replace itself while it runs, so a copy is what runs.
