@@ -204,13 +204,6 @@ Ref<api::IStatement> Attachment::Prepare(api::ITransaction* transaction, std::st
                                                kDialect, api::IStatement::PREPARE_PREFETCH_METADATA));
 }
 
-void Attachment::Execute(api::ITransaction* transaction, std::string_view sql) {
-  ++counters_.round_trips;
-  ++counters_.prepares;
-  handle_->execute(&status_, transaction, static_cast<unsigned>(sql.size()), sql.data(), kDialect, nullptr, nullptr,
-                   nullptr, nullptr);
-}
-
 std::string Attachment::ReadBlob(api::ITransaction* transaction, ISC_QUAD id, const Column& column) {
   const std::vector<unsigned char> parameters = BlobParameters(column, column.charset, kUtf8);
   ++counters_.round_trips;

@@ -25,7 +25,6 @@ class Attachment {
 
   Ref<api::ITransaction> Start(bool read_only);
   Ref<api::IStatement> Prepare(api::ITransaction* transaction, std::string_view sql);
-  void Execute(api::ITransaction* transaction, std::string_view sql);
   std::string ReadBlob(api::ITransaction* transaction, ISC_QUAD id, const Column& column);
   ISC_QUAD WriteBlob(api::ITransaction* transaction, const std::string& text, const Column& column);
 

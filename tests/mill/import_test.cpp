@@ -186,4 +186,29 @@ TEST_F(ImportTest, ARefusalOfTheDatabaseUndoesTheRowsBefore) {
   EXPECT_EQ(Count("CADCOR"), 0);
 }
 
+TEST_F(ImportTest, AFailureAtAnyStatementLeavesNothing) {
+  for (int nth = 1;; ++nth) {
+    ASSERT_LT(nth, 100);
+    int left = nth;
+    own_.Db().BeforeStatement = [&](std::string_view sql) {
+      if (--left == 0) throw host::DatabaseError("falha provocada", 1, std::string(sql));
+    };
+    bool told = false;
+    try {
+      told = !Bring("CADCOR", "COR;DESCRICAO\n1;A\n2;B\n").Ok();
+    } catch (const host::DatabaseError& error) {
+      told = std::string(error.what()) == "falha provocada";
+    }
+    own_.Db().BeforeStatement = nullptr;
+    if (left > 0) {
+      EXPECT_FALSE(told);
+      EXPECT_GT(nth, 3);
+      break;
+    }
+    EXPECT_TRUE(told) << nth;
+    EXPECT_EQ(Count("CADCOR"), 0) << nth;
+  }
+  EXPECT_EQ(Count("CADCOR"), 2);
+}
+
 }  // namespace

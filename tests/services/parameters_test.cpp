@@ -16,7 +16,7 @@ class InstallationParameters : public testing::Test {
 
 TEST_F(InstallationParameters, NeverSetIsEmpty) {
   EXPECT_EQ(Read("MAL", 999), "");
-  EXPECT_EQ(Read("XXX", 40), "");
+  EXPECT_EQ(Read("NAO", 40), "");
 }
 
 TEST_F(InstallationParameters, WrittenIsSeenAtOnce) {
