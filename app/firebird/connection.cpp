@@ -82,9 +82,12 @@ void Connection::LockRow(std::string_view table, std::string_view key, std::stri
   const std::string look = "SELECT 1 FROM " + PhysicalName(table) + " WHERE " + std::string(key) + " = ?";
   const std::string lock = look + " WITH LOCK";
   // Another station may have deleted the row and inserted it anew while this one waited: the engine then finds none,
-  // but there is one.
-  while (RunPrepared(lock, lock, {host::Value(value)}, true).rows == 0 &&
-         RunPrepared(look, look, {host::Value(value)}, true).rows > 0) {
+  // but there is one. Even a plain look may fall between the two, so it takes several that agree.
+  constexpr int kLooks = 4;
+  for (int none = 0; none < kLooks; ++none) {
+    if (none > 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    if (RunPrepared(lock, lock, {host::Value(value)}, true).rows > 0) return;
+    if (RunPrepared(look, look, {host::Value(value)}, true).rows > 0) none = -1;
   }
 }
 
