@@ -4,8 +4,9 @@
 
 #include "app/embedded.h"
 #include "app/firebird/migrations.h"
+#include "app/own_screens.h"
+#include "app/services/database_offer.h"
 #include "app/services/general_services.h"
-#include "app/services/lookup_rows.h"
 #include "app/services/parameters.h"
 #include "app/services/periods.h"
 #include "app/services/stock.h"
@@ -75,6 +76,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   host::Desk& GetDesk() override { return desk_; }
   firebird::Database& GetDatabase() override { return *database_; }
   ProgramClock& GetProgramClock() override { return clock_; }
+  std::vector<MenuScreen> MenuScreens() override;
   void WriteParameter(std::string_view group, int number, std::string_view value) override {
     parameters_.Write(group, number, value);
     database_->CommitRetaining();
@@ -101,6 +103,9 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   void TellError(std::string_view title, const std::exception& error) override;
   std::optional<host::LookupRow> ShowLookup(host::TPesquisa& lookup) override;
   void RunModal(host::Screen& screen) override;
+  void ScreenShown(host::Screen& screen) override { person_.ScreenShown(screen); }
+  void ScreenGone(host::Screen& screen) override { person_.ScreenGone(screen); }
+  void Settled() override { person_.Settled(); }
   std::optional<std::string> CheckStorable(std::string_view text) override { return services::WhyNotStorable(text); }
 
  private:
@@ -108,6 +113,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   host::Screen& LoadScreen(std::string_view screen_class) override;
   void MoveFocus(host::Screen& screen, bool back) override { desk_.MoveFocus(screen, back); }
   std::string AskDate(std::string_view caption, std::string_view prompt) override;
+  void ShowBusy(bool on, std::string_view text) override { person_.ShowBusy(on, text); }
 
   void CloseScreens() noexcept;
 
@@ -129,11 +135,29 @@ std::unique_ptr<host::Screen> ReferenceApplication::CreateScreen(std::string_vie
   // Another station may have changed the installation's parameters. A screen that the program itself loads in the
   // middle of an action goes on with those the action began with.
   if (!loading_from_program_) parameters_.Forget();
+  for (const OwnScreenClass& own : OwnScreens()) {
+    if (host::SameName(own.class_name, screen_class)) return own.create(*this);
+  }
   for (std::size_t i = 0; i < module_.screen_count; ++i) {
     const host::ScreenClass& known = module_.screens[i];
     if (host::SameName(known.class_name, screen_class)) return known.create(*this);
   }
   throw host::InputError("A tela \"" + std::string(screen_class) + "\" não existe neste módulo.");
+}
+
+std::vector<MenuScreen> ReferenceApplication::MenuScreens() {
+  std::vector<MenuScreen> screens;
+  for (std::size_t i = 0; i < module_.screen_count; ++i) {
+    const host::ScreenClass& known = module_.screens[i];
+    screens.push_back({known.class_name, known.menu, known.caption});
+  }
+  const bool administrator = services::IsAdministrator(*database_, general_.vUsuarioCodigo());
+  database_->MakeDurable();
+  for (const OwnScreenClass& own : OwnScreens()) {
+    if (own.for_administrator && !administrator) continue;
+    screens.push_back({std::string(own.class_name), std::string(own.menu), std::string(own.caption)});
+  }
+  return screens;
 }
 
 void ReferenceApplication::EndAction(host::DeskEnvironment::Outcome outcome) {
@@ -161,9 +185,11 @@ void ReferenceApplication::TellError(std::string_view title, const std::exceptio
 }
 
 std::optional<host::LookupRow> ReferenceApplication::ShowLookup(host::TPesquisa& lookup) {
-  const std::vector<host::LookupRow> offered = services::OfferedRows(*database_, lookup);
+  const std::unique_ptr<LookupOffer> offer = services::NewLookupOffer(*database_, lookup);
   database_->MakeDurable();
-  return person_.PickRow(lookup, offered);
+  std::optional<host::LookupRow> picked = person_.PickRow(lookup, *offer);
+  database_->MakeDurable();  // what the search read is over; nothing stays open
+  return picked;
 }
 
 void ReferenceApplication::RunModal(host::Screen& screen) {

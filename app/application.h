@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/firebird/database.h"
 #include "app/person.h"
@@ -31,6 +32,13 @@ struct ApplicationOptions {
   std::string settings_file = {};  // of the user's settings; empty for the place that the operating system keeps
 };
 
+/// A screen of the program's menu.
+struct MenuScreen {
+  std::string class_name;
+  std::string menu;     // heading; empty when only another screen opens it
+  std::string caption;  // entry
+};
+
 class Application : public host::Host {
  public:
   /// Opens the database (bringing its structure up to date) and stands ready. `module` and `person` outlive it.
@@ -41,6 +49,8 @@ class Application : public host::Host {
   virtual host::Desk& GetDesk() = 0;
   virtual firebird::Database& GetDatabase() = 0;
   virtual ProgramClock& GetProgramClock() = 0;
+  /// The module's screens and then the host's own that the person may use, in the order of the menu.
+  virtual std::vector<MenuScreen> MenuScreens() = 0;
   /// Sets an installation parameter; seen by the screens at once. Throws host::DatabaseError, nothing is changed then.
   virtual void WriteParameter(std::string_view group, int number, std::string_view value) = 0;
 };

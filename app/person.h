@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "app/lookup_offer.h"
 #include "host/dialogs.h"
 #include "host/kit/lookup.h"
 
@@ -21,13 +21,18 @@ class Person : public host::Dialogs {
  public:
   /// An error that nobody caught, told as one sentence.
   virtual void TellError(std::string_view title, const std::exception& error) = 0;
-  /// Picks one of the rows that the lookup offers, or none.
-  virtual std::optional<host::LookupRow> PickRow(host::TPesquisa& lookup,
-                                                 const std::vector<host::LookupRow>& offered) = 0;
+  /// Picks one of the rows that the lookup offers (whole, as LookupOffer::Find hands it back), or none.
+  virtual std::optional<host::LookupRow> PickRow(host::TPesquisa& lookup, LookupOffer& offer) = 0;
   /// Acts on a modal screen until it asks to be closed. A person who does nothing must close it.
   virtual void ActOnModal(host::Screen& screen, host::Desk& desk) = 0;
   /// Asks for a date (host::Funcoes::InputBoxData); text as typed, empty when given up.
   virtual std::string AskDate(std::string_view caption, std::string_view prompt) = 0;
+
+  // --- what the program does in sight of the person; see host::DeskEnvironment and host::Funcoes::Ocupado -------
+  virtual void ScreenShown(host::Screen& /*screen*/) {}
+  virtual void ScreenGone(host::Screen& /*screen*/) {}
+  virtual void Settled() {}
+  virtual void ShowBusy(bool /*on*/, std::string_view /*text*/) {}
 };
 
 }  // namespace app

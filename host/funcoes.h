@@ -1,6 +1,7 @@
 // The general services of the host application.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,12 @@ enum class LogOperation { kInclusion = 0, kAlteration = 1, kDeletion = 2, kOther
 struct ReportFlags {
   bool preview = true;       // show before printing
   bool show_dialog = false;  // ask for printer and copies
+};
+
+/// Who did something last, and when.
+struct LogMark {
+  std::string user;
+  DateTime moment;
 };
 
 /// A "quoted" argument is a value that has passed through Aspas; other texts are plain. All operations that reach the
@@ -61,6 +68,8 @@ class Funcoes {
   /// Writes one audit row, with user and moment. `key` is the order number or other key; `object` may be null.
   virtual void GeraLog(std::string_view subject, std::string_view text, LogOperation operation, std::string_view key,
                        const Component* object) = 0;
+  /// The newest audit row of a subject and key; nothing when there is none.
+  virtual std::optional<LogMark> UltimoLog(std::string_view subject, std::string_view key) = 0;
   /// The percentage of a yarn in a fabric by a stored rule; throws InputError when the rule does not exist or cannot
   /// be worked out for this fabric.
   virtual double CalculaPercRegra(std::string_view rule, std::string_view fabric) = 0;

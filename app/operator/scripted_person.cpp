@@ -91,8 +91,7 @@ void ScriptedPerson::TellError(std::string_view title, const std::exception& err
   Show(title, error.what(), host::Icon::kError);
 }
 
-std::optional<host::LookupRow> ScriptedPerson::PickRow(host::TPesquisa& lookup,
-                                                       const std::vector<host::LookupRow>& offered) {
+std::optional<host::LookupRow> ScriptedPerson::PickRow(host::TPesquisa& lookup, LookupOffer& offer) {
   const auto fits = [&lookup](const Prepared& pick) { return host::SameName(pick.what, lookup.Name()); };
   const auto found = std::find_if(picks_.begin(), picks_.end(), fits);
   if (found == picks_.end()) {
@@ -101,13 +100,9 @@ std::optional<host::LookupRow> ScriptedPerson::PickRow(host::TPesquisa& lookup,
   }
   const std::string key = std::move(found->reply);
   picks_.erase(found);
-  for (const host::LookupRow& row : offered) {
-    for (const auto& [column, value] : row) {
-      if (host::SameName(column, lookup.KeyColumn()) && value.AsText() == key) return row;
-    }
-  }
-  unexpected_.push_back("pesquisa " + lookup.Name() + " sem \"" + key + "\"");
-  return std::nullopt;
+  std::optional<host::LookupRow> picked = offer.Find(key);
+  if (!picked) unexpected_.push_back("pesquisa " + lookup.Name() + " sem \"" + key + "\"");
+  return picked;
 }
 
 void ScriptedPerson::ActOnModal(host::Screen& screen, host::Desk& desk) {

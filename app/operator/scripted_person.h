@@ -48,7 +48,7 @@ class ScriptedPerson : public Person {
   std::optional<std::string> InputBox(std::string_view title, std::string_view prompt,
                                       std::string_view proposed) override;
   void TellError(std::string_view title, const std::exception& error) override;
-  std::optional<host::LookupRow> PickRow(host::TPesquisa& lookup, const std::vector<host::LookupRow>& offered) override;
+  std::optional<host::LookupRow> PickRow(host::TPesquisa& lookup, LookupOffer& offer) override;
   void ActOnModal(host::Screen& screen, host::Desk& desk) override;
   std::string AskDate(std::string_view caption, std::string_view prompt) override;
 

@@ -22,4 +22,13 @@ void WriteLog(firebird::Database& database, const LogEntry& entry) {
        Fit(entry.text, kTextWidth), static_cast<int>(entry.operation), Fit(entry.key, kKeyWidth)});
 }
 
+std::optional<host::LogMark> LastLog(firebird::Database& database, std::string_view subject, std::string_view key) {
+  const auto rows =
+      database.Query("SELECT FIRST 1 USUARIO, DATA_HORA FROM TEC_LOG WHERE ASSUNTO = ? AND CHAVE = ? ORDER BY ID DESC",
+                     {Fit(subject, kSubjectWidth), Fit(key, kKeyWidth)});
+  if (rows->IsEmpty()) return std::nullopt;
+  return host::LogMark{rows->FieldByName("USUARIO").AsText(),
+                       host::DateTime::FromIso(rows->FieldByName("DATA_HORA").AsText()).value_or(host::DateTime())};
+}
+
 }  // namespace app::services

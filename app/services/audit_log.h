@@ -1,6 +1,7 @@
 // The audit trail: who did what and when.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,5 +23,8 @@ struct LogEntry {
 /// characters that the database cannot hold become "?", so that a log of a failure never fails itself for such a
 /// reason. Throws host::DatabaseError.
 void WriteLog(firebird::Database& database, const LogEntry& entry);
+
+/// The newest row of a subject and key; nothing when there is none. Throws host::DatabaseError.
+std::optional<host::LogMark> LastLog(firebird::Database& database, std::string_view subject, std::string_view key);
 
 }  // namespace app::services

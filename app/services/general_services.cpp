@@ -63,6 +63,10 @@ void GeneralServices::GeraLog(std::string_view subject, std::string_view text, h
   WriteLog(parts_.database, {user_.name, parts_.clock.Now(), subject, text, operation, key});
 }
 
+std::optional<host::LogMark> GeneralServices::UltimoLog(std::string_view subject, std::string_view key) {
+  return LastLog(parts_.database, subject, key);
+}
+
 double GeneralServices::CalculaPercRegra(std::string_view rule, std::string_view fabric) {
   return PercentageByRule(parts_.database, rule, fabric);
 }
@@ -71,8 +75,9 @@ std::string GeneralServices::InputBoxData(std::string_view caption, std::string_
   return parts_.windows.AskDate(caption, prompt);
 }
 
-// Without windows there is no indicator to show.
-void GeneralServices::Ocupado(bool /*on*/, const host::Screen& /*screen*/, std::string_view /*text*/) {}
+void GeneralServices::Ocupado(bool on, const host::Screen& /*screen*/, std::string_view text) {
+  parts_.windows.ShowBusy(on, text);
+}
 
 void GeneralServices::pSetFocus(host::Screen& screen, bool back) { parts_.windows.MoveFocus(screen, back); }
 

@@ -17,10 +17,11 @@ namespace app::services {
 class Windows {
  public:
   virtual ~Windows() = default;
-  /// See the operations of host::Funcoes that these serve: Carrega_Form, pSetFocus, InputBoxData.
+  /// See the operations of host::Funcoes that these serve: Carrega_Form, pSetFocus, InputBoxData, Ocupado.
   virtual host::Screen& LoadScreen(std::string_view screen_class) = 0;
   virtual void MoveFocus(host::Screen& screen, bool back) = 0;
   virtual std::string AskDate(std::string_view caption, std::string_view prompt) = 0;
+  virtual void ShowBusy(bool on, std::string_view text) = 0;
 };
 
 class GeneralServices : public host::Funcoes {
@@ -53,6 +54,7 @@ class GeneralServices : public host::Funcoes {
   bool Acessa(std::string_view screen_class, std::string_view operation, std::string_view option) override;
   void GeraLog(std::string_view subject, std::string_view text, host::LogOperation operation, std::string_view key,
                const host::Component* object) override;
+  std::optional<host::LogMark> UltimoLog(std::string_view subject, std::string_view key) override;
   double CalculaPercRegra(std::string_view rule, std::string_view fabric) override;
 
   std::string InputBoxData(std::string_view caption, std::string_view prompt) override;

@@ -12,6 +12,11 @@ User FindUser(firebird::Database& database, std::string_view code) {
   return {rows->FieldByName("CODIGO").AsText(), rows->FieldByName("NOME").AsText()};
 }
 
+bool IsAdministrator(firebird::Database& database, std::string_view user) {
+  constexpr std::string_view sql = "SELECT 1 FROM TEC_USUARIO WHERE CODIGO = ? AND ADMINISTRADOR = 'S'";
+  return !database.Query(sql, {user})->IsEmpty();
+}
+
 bool HasRight(firebird::Database& database, std::string_view user, std::string_view screen_class,
               std::string_view operation) {
   constexpr std::string_view sql = R"(SELECT FIRST 1 1 FROM TEC_USUARIO U

@@ -49,6 +49,22 @@ void Control::SetVisible(bool visible) {
   NotifyView();
 }
 
+void Control::StandOn(PageControl& pages, int page) {
+  pages_ = &pages;
+  page_ = page;
+}
+
+bool Control::InSight() const {
+  if (!visible_) return false;
+  return pages_ == nullptr || (pages_->ActivePage() == page_ && pages_->InSight());
+}
+
+void Control::Reveal() {
+  if (pages_ == nullptr) return;
+  pages_->Reveal();
+  pages_->SetActivePage(page_);
+}
+
 void Control::SetFocus() {
   if (ScreenSite* site = Owner().Site()) site->RequestFocus(*this);
 }
@@ -134,8 +150,12 @@ Button::Button(Screen& owner, std::string name, std::string caption, Handler on_
 PageControl::PageControl(Screen& owner, std::string name, std::vector<std::string> pages)
     : Control(owner, std::move(name), {}), pages_(std::move(pages)) {}
 
+void PageControl::Place(int page, std::initializer_list<Control*> controls) {
+  for (Control* control : controls) control->StandOn(*this, page);
+}
+
 void PageControl::SetActivePage(int index) {
-  if (index < 0 || index >= static_cast<int>(pages_.size())) return;
+  if (index < 0 || index >= static_cast<int>(pages_.size()) || index == active_) return;
   active_ = index;
   NotifyView();
 }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <deque>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +14,10 @@
 
 namespace host {
 
+class PageControl;
+class PopupMenu;
 class Screen;
+class TPesquisa;
 
 enum class Key {
   kNone,
@@ -77,17 +81,30 @@ class Control : public Component {
   /// Can take the focus; labels, panels and page controls cannot.
   virtual bool Focusable() const { return true; }
 
+  /// Puts the control on a page: it is in sight only while that page is the active one.
+  void StandOn(PageControl& pages, int page);
+  /// The page control it stands on; null when it is always in sight.
+  PageControl* Pages() const { return pages_; }
+  int Page() const { return page_; }
+  /// In sight: visible, on an active page of a page control that is itself in sight.
+  bool InSight() const;
+  /// Makes the pages active that it stands on, the outermost first.
+  void Reveal();
+
   /// Asks for the focus. Inside an event it takes effect when the event ends; see Desk.
   void SetFocus();
 
   Handler OnEnter;
   Handler OnExit;  // may throw Abort: the focus then stays
   KeyHandler OnKeyDown;
+  PopupMenu* Popup = nullptr;  // its context menu
 
  private:
   std::string caption_;
   bool enabled_ = true;
   bool visible_ = true;
+  PageControl* pages_ = nullptr;
+  int page_ = 0;
 };
 
 /// Text that the program shows: a description beside a code, a caption that changes.
@@ -134,6 +151,8 @@ class Edit : public Control {
   void SetDate(Date date);
 
   Handler OnChange;
+  /// Opens by F4, and by the button that a window shows beside the input; null when there is none.
+  TPesquisa* Lookup = nullptr;
 
  private:
   EditKind kind_;
@@ -188,12 +207,16 @@ class Button : public Control {
   /// An "&" in the caption marks its mnemonic.
   Button(Screen& owner, std::string name, std::string caption, Handler on_click = {});
   Handler OnClick;
+  /// A function key that presses it wherever the focus is, unless the focused control or the screen uses that key.
+  Key Shortcut = Key::kNone;
 };
 
-/// Tabs; each component that stands on a page is listed with it, so that it is visible only there.
+/// Tabs; the controls that stand on a page are in sight only while it is the active one.
 class PageControl : public Control {
  public:
   PageControl(Screen& owner, std::string name, std::vector<std::string> pages);
+  /// Each of these stands on the page.
+  void Place(int page, std::initializer_list<Control*> controls);
   const std::vector<std::string>& Pages() const { return pages_; }
   int ActivePage() const { return active_; }
   void SetActivePage(int index);

@@ -21,7 +21,10 @@ Desk::Desk(DeskEnvironment& environment) : environment_(environment), impl_(std:
 
 Desk::~Desk() {
   // The last opened goes first: it may know the ones before it.
-  while (!screens_.empty()) screens_.pop_back();
+  while (!screens_.empty()) {
+    environment_.ScreenGone(*screens_.back());
+    screens_.pop_back();
+  }
 }
 
 // --- actions -----------------------------------------------------------------------------------------------------
@@ -92,9 +95,13 @@ void Desk::Finish() {
   for (int round = 0; round < kRounds; ++round) {
     const bool closed = depth_ == 0 && CloseAsked();
     const bool moved = SettleFocus();
-    if (!closed && !moved) return;
+    if (!closed && !moved) {
+      environment_.Settled();
+      return;
+    }
   }
   requested_ = nullptr;
+  environment_.Settled();
 }
 
 // --- screens -----------------------------------------------------------------------------------------------------
@@ -140,6 +147,7 @@ Screen* Desk::Open(std::string_view screen_class) {
     const auto at =
         std::find_if(screens_.begin(), screens_.end(), [open](const auto& screen) { return screen.get() == open; });
     std::rotate(at, at + 1, screens_.end());
+    environment_.ScreenShown(*open);
     return open;
   }
   Screen* created = nullptr;
@@ -154,7 +162,9 @@ Screen* Desk::Open(std::string_view screen_class) {
       throw;
     }
   });
-  return IsOpen(created) ? created : nullptr;
+  if (!IsOpen(created)) return nullptr;
+  environment_.ScreenShown(*created);
+  return created;
 }
 
 Screen& Desk::Load(std::string_view screen_class) {
@@ -223,6 +233,7 @@ void Desk::Destroy(Screen& screen) {
   if (requested_ != nullptr && &requested_->Owner() == &screen) requested_ = nullptr;
   if (impl_->cell.grid != nullptr && &impl_->cell.grid->Owner() == &screen) impl_->cell = {};
   std::erase(doomed_, &screen);
+  environment_.ScreenGone(screen);
   std::erase_if(screens_, [&screen](const auto& open) { return open.get() == &screen; });
 }
 

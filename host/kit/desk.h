@@ -41,6 +41,12 @@ class DeskEnvironment {
   virtual std::optional<LookupRow> ShowLookup(TPesquisa& lookup) = 0;
   /// Runs a screen modally: lets the person act on it through the Desk until it asks to be closed.
   virtual void RunModal(Screen& screen) = 0;
+  /// A screen came to the front or was asked for again; modal ones are shown by RunModal instead.
+  virtual void ScreenShown(Screen& /*screen*/) {}
+  /// A screen is about to be destroyed: whoever shows it lets go of it now.
+  virtual void ScreenGone(Screen& /*screen*/) {}
+  /// An act of the person has ended, focus and all; what is shown can follow.
+  virtual void Settled() {}
   /// Why this text cannot be stored, as one sentence that names the character; nothing when it can.
   virtual std::optional<std::string> CheckStorable(std::string_view text) = 0;
 };
@@ -104,7 +110,7 @@ class Desk : public ScreenSite {
   ActResult ChoosePage(PageControl& pages, std::string_view caption);
   /// Leaves the focused control (refused: no click), focuses the button, OnClick.
   ActResult Click(Button& button);
-  /// Opens the menu that belongs to the control with the focus, or to any grid or input of the screen, and picks the
+  /// Opens the menu that belongs to the control with the focus, or to any other of the screen, and picks the
   /// entry. ActError when it is not visible.
   ActResult PickMenu(Screen& screen, std::string_view caption);
   ActResult OpenLookup(TPesquisa& lookup);
@@ -165,6 +171,8 @@ class Desk : public ScreenSite {
   ActResult LeaveFocused();
   ActResult Focus(Control& control);
   Control* NextFocus(Screen& screen, bool back) const;
+  /// The button that this key presses; null when there is none that can be pressed.
+  static Button* ShortcutOf(const Screen& screen, Key key);
 
   void EnterCell(Grid& grid);
   void SyncCell(Grid& grid);

@@ -181,7 +181,9 @@ ActResult Desk::GridKey(Grid& grid, Key key) {
       EnterCell(grid);
     });
   }
-  return Run(grid.Owner().Caption(), [&] {
+  const Screen* screen = &grid.Owner();
+  bool used = false;
+  const ActResult acted = Run(grid.Owner().Caption(), [&] {
     Dataset& dataset = grid.GetDataset();
     switch (key) {
       case Key::kTab:
@@ -203,10 +205,13 @@ ActResult Desk::GridKey(Grid& grid, Key key) {
         break;
       default:
         Fire(grid.OnKeyDown, key);
-        grid.Owner().FormKeyDown(key);
+        used = grid.Owner().FormKeyDown(key);
         break;
     }
   });
+  if (acted != ActResult::kDone || used || !IsOpen(screen) || focused_ != &grid) return acted;
+  Button* button = ShortcutOf(*screen, key);
+  return button == nullptr ? acted : Click(*button);
 }
 
 void Desk::DownRow(Grid& grid) {

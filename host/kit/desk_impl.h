@@ -39,6 +39,9 @@ inline bool CanAct(const Control& control) { return control.Enabled() && control
 
 inline bool CanFocus(const Control& control) { return CanAct(control) && control.Focusable(); }
 
+/// Where Tab and Enter go: what stands on a page out of sight is passed over.
+inline bool IsTabStop(const Control& control) { return CanFocus(control) && control.InSight(); }
+
 /// A caption as a sentence quotes it: without its mnemonic mark.
 std::string PlainCaption(std::string_view caption, std::string_view otherwise);
 

@@ -48,6 +48,7 @@ ActResult Desk::LeaveFocused() {
 ActResult Desk::Focus(Control& control) {
   focused_ = &control;
   return Run(control.Owner().Caption(), [this, &control] {
+    control.Reveal();
     Fire(control.OnEnter);
     if (auto* grid = dynamic_cast<Grid*>(&control)) EnterCell(*grid);
   });
@@ -97,7 +98,7 @@ Control* Desk::NextFocus(Screen& screen, bool back) const {
       here = order.size();
       inside = true;
       order.push_back(control);
-    } else if (CanFocus(*control)) {
+    } else if (IsTabStop(*control)) {
       order.push_back(control);
     }
   }
@@ -117,6 +118,15 @@ ActResult Desk::MoveFocus(Screen& screen, bool back) {
   return Enter(*next);
 }
 
+Button* Desk::ShortcutOf(const Screen& screen, Key key) {
+  if (key == Key::kNone) return nullptr;
+  for (Component* component : screen.Components()) {
+    auto* button = dynamic_cast<Button*>(component);
+    if (button != nullptr && button->Shortcut == key && CanFocus(*button)) return button;
+  }
+  return nullptr;
+}
+
 ActResult Desk::PressKey(Screen& screen, Key key) {
   MustAllow(screen);
   Control* control = focused_ != nullptr && &focused_->Owner() == &screen ? focused_ : nullptr;
@@ -127,6 +137,11 @@ ActResult Desk::PressKey(Screen& screen, Key key) {
     used = screen.FormKeyDown(key);
   });
   if (pressed != ActResult::kDone || used || !IsOpen(&screen) || focused_ != control) return pressed;
+  if (Button* button = ShortcutOf(screen, key)) return Click(*button);
+  const auto* input = dynamic_cast<Edit*>(control);
+  if (key == Key::kF4 && input != nullptr && input->Lookup != nullptr && CanAct(*input) && !input->ReadOnly()) {
+    return OpenLookup(*input->Lookup);
+  }
   if (key == Key::kTab) return MoveFocus(screen, false);
   if (key != Key::kEnter) return pressed;
   if (auto* button = dynamic_cast<Button*>(control)) return Click(*button);
@@ -217,8 +232,8 @@ ActResult Desk::PickMenu(Screen& screen, std::string_view caption) {
   PopupMenu* menu = nullptr;
   const auto offer = [&](Component* component) {
     if (menu != nullptr) return;
-    auto* grid = dynamic_cast<Grid*>(component);
-    auto* found = grid != nullptr ? grid->Popup : dynamic_cast<PopupMenu*>(component);
+    const auto* control = dynamic_cast<Control*>(component);
+    auto* found = control != nullptr ? control->Popup : dynamic_cast<PopupMenu*>(component);
     if (found != nullptr && found->Find(caption) != nullptr) menu = found;
   };
   if (focused_ != nullptr && &focused_->Owner() == &screen) offer(focused_);

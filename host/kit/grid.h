@@ -19,6 +19,8 @@ struct GridColumn {
   bool read_only = false;
   bool check_box = false;  // "S" ticked, anything else not
   Align align = Align::kLeft;
+  bool lookup = false;  // F4 in its cells opens a lookup
+  bool total = false;   // its sum stands under the grid
 };
 
 class Grid : public Control {
@@ -40,7 +42,6 @@ class Grid : public Control {
   /// Column of that field, without regard to case; -1 when there is none.
   int ColumnOf(std::string_view field) const;
 
-  PopupMenu* Popup = nullptr;
   /// A cell is being left (Tab, Enter, another cell, another control). The dataset is in edit or browse state; what
   /// was typed is in the field. Abort: the cell gets its former value back and keeps the cursor.
   Handler OnColExit;

@@ -28,6 +28,12 @@ class ScreenSite {
   virtual void Press(Button& button) = 0;
 };
 
+/// A key that does something on a screen, in a word or two ("Captura Peso").
+struct KeyHint {
+  Key key;
+  std::string text;
+};
+
 class Screen {
  public:
   /// `class_name` as the menu and the rights know it ("TfmCadLoteTec"), `name` as other screens find it
@@ -51,6 +57,8 @@ class Screen {
   virtual bool FormKeyDown(Key key);
   /// Something typed would be lost if the screen closed now.
   virtual bool HasUnsavedWork() const { return false; }
+  /// Keys of the screen's own, for a person to see; those of lookups and of buttons are known without.
+  virtual std::vector<KeyHint> KeyHints() const { return {}; }
   /// Opens maximised.
   virtual bool Maximised() const { return false; }
   /// A function that a report layout calls and its engine does not know; nothing when the screen does not know it

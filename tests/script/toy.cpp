@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "host/errors.h"
+#include "support/row_offer.h"
 
 namespace test {
 
@@ -59,7 +60,8 @@ std::unique_ptr<host::Screen> ToyApplication::CreateScreen(std::string_view scre
 }
 
 std::optional<host::LookupRow> ToyApplication::ShowLookup(host::TPesquisa& lookup) {
-  return person_.PickRow(lookup, {{{"CODIGO", "0001"}}, {{"CODIGO", "0002"}}});
+  test::RowOffer offered{"CODIGO", {{{"CODIGO", "0001"}}, {{"CODIGO", "0002"}}}};
+  return person_.PickRow(lookup, offered);
 }
 
 app::firebird::Database& ToyApplication::GetDatabase() { throw std::logic_error("the toy has no database"); }

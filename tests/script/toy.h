@@ -57,6 +57,7 @@ class ToyApplication : public app::Application, private host::DeskEnvironment {
   host::Desk& GetDesk() override { return *desk_; }
   app::firebird::Database& GetDatabase() override;
   app::ProgramClock& GetProgramClock() override { return clock_; }
+  std::vector<app::MenuScreen> MenuScreens() override { return {}; }
   void WriteParameter(std::string_view group, int number, std::string_view value) override;
 
   host::Funcoes& GetFuncoes() override;

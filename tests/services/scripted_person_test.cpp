@@ -5,6 +5,7 @@
 
 #include "host/errors.h"
 #include "support/mill.h"
+#include "support/row_offer.h"
 
 namespace {
 
@@ -83,8 +84,7 @@ class PickTest : public ::testing::Test {
   test::Mill mill;
   host::Screen& screen = mill.Open("TfmTiny");
   ScriptedPerson person;
-  const std::vector<host::LookupRow> offered = {{{"COR", "000100"}, {"DESCRICAO", "Sul"}},
-                                                {{"COR", "000200"}, {"DESCRICAO", "Norte"}}};
+  test::RowOffer offered{"COR", {{{"COR", "000100"}, {"DESCRICAO", "Sul"}}, {{"COR", "000200"}, {"DESCRICAO", "Norte"}}}};
 };
 
 TEST_F(PickTest, PicksTheRowByItsKey) {

@@ -1,0 +1,37 @@
+// What a lookup offers to pick from, read as it is asked for: a register of 50,000 rows is never read whole.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/kit/grid.h"
+#include "host/kit/lookup.h"
+
+namespace app {
+
+struct OfferColumn {
+  std::string name;  // of the row, in capitals
+  std::string caption;
+  int width = 0;  // characters
+  host::Align align = host::Align::kLeft;
+  std::string format = {};  // display format of a number; empty for text and dates
+};
+
+class LookupOffer {
+ public:
+  virtual ~LookupOffer() = default;
+
+  /// Key first, then the description, then what helps to choose.
+  virtual const std::vector<OfferColumn>& Columns() const = 0;
+  /// Rows whose key or description contains the text, without regard to case and accents, in the order of the key;
+  /// all rows for an empty text. `skip` rows are passed over, at most `count` handed back, with the columns above.
+  /// Throws host::DatabaseError.
+  virtual std::vector<host::LookupRow> Search(std::string_view text, std::size_t skip, std::size_t count) = 0;
+  /// The whole row of that key, all columns; nothing when the lookup does not offer it. Throws host::DatabaseError.
+  virtual std::optional<host::LookupRow> Find(std::string_view key) = 0;
+};
+
+}  // namespace app

@@ -1,0 +1,7 @@
+#include "app/registers/screens.h"
+
+namespace app::registers {
+
+std::vector<OwnScreenClass> Screens() { return {}; }
+
+}  // namespace app::registers
