@@ -1,0 +1,37 @@
+#include "app/desktop/forms/forms.h"
+
+#include <iterator>
+#include <string_view>
+
+#include "host/text.h"
+
+namespace app::desktop {
+namespace {
+
+template <typename Form>
+std::unique_ptr<QWidget> Drawn(const host::Screen& /*screen*/) {
+  auto widget = std::make_unique<QWidget>();
+  Form form;
+  form.setupUi(widget.get());
+  return widget;
+}
+
+struct KnownForm {
+  std::string_view screen_class;
+  std::unique_ptr<QWidget> (*make)(const host::Screen&);
+};
+
+constexpr KnownForm kForms[] = {
+    {"", nullptr},
+};
+
+}  // namespace
+
+std::unique_ptr<QWidget> NewForm(const host::Screen& screen) {
+  for (const KnownForm& known : kForms) {
+    if (known.make != nullptr && host::SameName(known.screen_class, screen.ClassName())) return known.make(screen);
+  }
+  return nullptr;
+}
+
+}  // namespace app::desktop
