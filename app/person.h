@@ -31,6 +31,7 @@ class Person : public host::Dialogs {
   // --- what the program does in sight of the person; see host::DeskEnvironment and host::Funcoes::Ocupado -------
   virtual void ScreenShown(host::Screen& /*screen*/) {}
   virtual void ScreenGone(host::Screen& /*screen*/) {}
+  virtual bool MayClose(host::Screen& /*screen*/) { return true; }
   virtual void Settled() {}
   virtual void ShowBusy(bool /*on*/, std::string_view /*text*/) {}
 };

@@ -32,6 +32,9 @@ class ScreenWindow : public QWidget {
   void TakeFocus();
   /// The keys that do something where the focus is, for the status bar: "F4 Pesquisa   F5 Captura Peso".
   QString KeysHere() const;
+  /// The screen goes now, perhaps while a widget of this window is still in the middle of the click or key that made it
+  /// go: from here on nothing in this window refers to the screen or its components. The dead widgets are deleted later.
+  void LetGo();
 
  signals:
   /// The focus moved within the window: KeysHere has changed.

@@ -39,6 +39,8 @@ class WindowPerson : public Person {
 
   void ScreenShown(host::Screen& screen) override;
   void ScreenGone(host::Screen& screen) override;
+  /// A screen with unsaved work is asked about.
+  bool MayClose(host::Screen& screen) override;
   void Settled() override;
   void ShowBusy(bool on, std::string_view text) override;
 

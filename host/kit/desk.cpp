@@ -189,6 +189,7 @@ ActResult Desk::CloseScreen(Screen& screen) {
     if (!IsOpen(&screen)) return ActResult::kDone;
     if (focused_ != nullptr && &focused_->Owner() == &screen) return ActResult::kRefused;
   }
+  if (!environment_.MayClose(screen)) return ActResult::kRefused;
   if (IsModal(&screen)) {
     screen.Close();
     return ActResult::kDone;
@@ -217,7 +218,8 @@ bool Desk::CloseAsked() {
     Screen& screen = *candidate;
     const bool doomed = IsDoomed(&screen);
     if (IsModal(&screen) || (!doomed && !screen.CloseRequested())) continue;
-    const ActResult closed = CloseForm(screen);
+    const bool may_close = doomed || environment_.MayClose(screen);
+    const ActResult closed = may_close ? CloseForm(screen) : ActResult::kRefused;
     if (closed == ActResult::kRefused && !doomed) {
       screen.ClearCloseRequest();
       continue;
@@ -278,6 +280,7 @@ void Desk::MustAllow(const Control& control) const {
   MustAllow(control.Owner());
   if (!control.Visible()) throw ActError(control.Name() + " não está visível");
   if (!control.Enabled()) throw ActError(control.Name() + " está desabilitado");
+  if (control.Pages() != nullptr) MustAllow(*control.Pages());
 }
 
 // --- what a screen asks of its site ------------------------------------------------------------------------------

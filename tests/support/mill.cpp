@@ -49,7 +49,7 @@ Mill::Mill(const Options& options)
   start.connect.statement_cache = options.statement_cache && CacheWanted();
   start.user = options.user;
   start.settings_file = path_ + ".settings";
-  app_ = app::Application::Start(start, ModuleUnderTest(), person_);
+  app_ = app::Application::Start(start, ModuleUnderTest(), options.person != nullptr ? *options.person : person_);
   Db().BeforeStatement = [this](std::string_view sql) {
     if (!listening_) return;
     statements_.push_back(OneLine(sql));

@@ -26,6 +26,7 @@ class Mill {
     bool statement_cache = true;
     std::string database;  // an existing file to open instead of a fresh copy; it is not removed
     std::string user = "ADMIN";
+    app::Person* person = nullptr;  // who sits before the program; the mill's own scripted person without one
   };
   Mill() : Mill(Options()) {}
   explicit Mill(const Options& options);
