@@ -3,7 +3,6 @@
 #include <sodium.h>
 
 #include <array>
-#include <string>
 
 #include "host/errors.h"
 
@@ -26,21 +25,31 @@ std::string Hash(std::string_view password) {
 
 }  // namespace
 
-void SetPassword(firebird::Database& database, std::string_view user, std::string_view password) {
+std::string HashPassword(std::string_view password) {
   if (password.empty()) throw host::InputError("A senha não pode ficar vazia.");
+  return Hash(password);
+}
+
+bool PasswordMatches(const std::string& hash, std::string_view password) {
+  if (hash.empty()) {
+    Hash(password);  // the work of a comparison, for its time alone
+    return false;
+  }
+  NeedSodium();
+  return crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
+}
+
+void SetPassword(firebird::Database& database, std::string_view user, std::string_view password) {
+  const std::string hash = HashPassword(password);
   const auto rows = database.Query("SELECT CODIGO FROM TEC_USUARIO WHERE CODIGO = ?", {user});
   if (rows->IsEmpty()) throw host::InputError("Usuário \"" + std::string(user) + "\" não cadastrado.");
-  database.Execute("UPDATE TEC_USUARIO SET SENHA = ? WHERE CODIGO = ?", {Hash(password), user});
+  database.Execute("UPDATE TEC_USUARIO SET SENHA = ? WHERE CODIGO = ?", {hash, user});
   database.CommitRetaining();
 }
 
 bool CheckPassword(firebird::Database& database, std::string_view user, std::string_view password) {
   const auto rows = database.Query("SELECT SENHA FROM TEC_USUARIO WHERE CODIGO = ? AND ATIVO = 'S'", {user});
-  if (rows->IsEmpty()) return false;
-  const std::string hash = rows->FieldByName("SENHA").AsText();
-  if (hash.empty()) return false;
-  NeedSodium();
-  return crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
+  return PasswordMatches(rows->IsEmpty() ? std::string() : rows->FieldByName("SENHA").AsText(), password);
 }
 
 }  // namespace app::mill

@@ -1,11 +1,19 @@
 // Passwords of the program's own users, for databases opened without a server.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "app/firebird/database.h"
 
 namespace app::mill {
+
+/// The argon2 hash to store. Throws host::InputError for an empty password.
+std::string HashPassword(std::string_view password);
+
+/// True when `hash` was made of this password. An empty hash matches none and takes as long, so that the time tells
+/// nothing about who has a password.
+bool PasswordMatches(const std::string& hash, std::string_view password);
 
 /// Stores the user's password as an argon2 hash, durable at once. Throws host::InputError for an empty password and
 /// for a user who does not exist.

@@ -17,4 +17,8 @@ namespace app::services {
 /// afterwards clears the count. Each refusal and each entry is written to the log.
 User SignIn(firebird::Database& database, std::string_view name, std::string_view password, host::DateTime now);
 
+/// The password once more, of a user who works already: refused and counted as by SignIn, so that an abandoned station
+/// is no place for guessing either. Only a refusal is written to the log.
+void ConfirmPassword(firebird::Database& database, const User& user, std::string_view password, host::DateTime now);
+
 }  // namespace app::services
