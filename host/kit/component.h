@@ -153,6 +153,8 @@ class Edit : public Control {
   Handler OnChange;
   /// Opens by F4, and by the button that a window shows beside the input; null when there is none.
   TPesquisa* Lookup = nullptr;
+  /// Nobody may read over the person's shoulder what is typed (a password).
+  bool Secret = false;
 
  private:
   EditKind kind_;
@@ -207,7 +209,8 @@ class Button : public Control {
   /// An "&" in the caption marks its mnemonic.
   Button(Screen& owner, std::string name, std::string caption, Handler on_click = {});
   Handler OnClick;
-  /// A function key that presses it wherever the focus is, unless the focused control or the screen uses that key.
+  /// A function key that presses it wherever the focus is on the screen, while it is enabled and in sight. The focused
+  /// input's lookup and FormKeyDown come first; an OnKeyDown that uses the same key ends with Abort.
   Key Shortcut = Key::kNone;
 };
 
