@@ -45,6 +45,9 @@ class DeskEnvironment {
   virtual void ScreenShown(Screen& /*screen*/) {}
   /// A screen is about to be destroyed: whoever shows it lets go of it now.
   virtual void ScreenGone(Screen& /*screen*/) {}
+  /// The person closes the screen, or it asked to be closed: false keeps it open. Not asked for a modal screen that
+  /// closes itself, nor for one that the program frees.
+  virtual bool MayClose(Screen& /*screen*/) { return true; }
   /// An act of the person has ended, focus and all; what is shown can follow.
   virtual void Settled() {}
   /// Why this text cannot be stored, as one sentence that names the character; nothing when it can.
@@ -80,7 +83,7 @@ class Desk : public ScreenSite {
   /// By component name ("fmMovBaiFio") or class name; null when it is not open.
   Screen* Find(std::string_view name) const;
   const std::vector<std::unique_ptr<Screen>>& Screens() const { return screens_; }
-  /// The person closes the screen: leaves the focused input, FormClose, destroyed.
+  /// The person closes the screen: leaves the focused input, asks whether it may close, FormClose, destroyed.
   ActResult CloseScreen(Screen& screen);
   /// Closes from program code; destroyed at once or, inside an action, when the outermost action ends.
   void Free(Screen& screen);
@@ -122,8 +125,8 @@ class Desk : public ScreenSite {
   /// Types into the selected cell: the row goes into edit (or a first row is appended) and the field takes the value.
   /// A check-box cell takes "S" or "N".
   ActResult TypeCell(Grid& grid, std::string_view text);
-  /// A key in the grid: OnKeyDown; then Tab and Enter leave the cell for the next one, Down and Up change the row
-  /// (Down on the last row appends), Escape cancels the row, Delete deletes it.
+  /// A key in the grid: OnKeyDown; then Tab and Enter leave the cell for the next one (a read-only grid for the next
+  /// control), Down and Up change the row (Down on the last row appends), Escape cancels the row, Delete deletes it.
   ActResult GridKey(Grid& grid, Key key);
   /// A new row: leaves the row being edited, appends, types cell by cell in the order given (each typed, Tab), posts.
   /// Stops at the first refusal with the row still in edit.
@@ -180,6 +183,7 @@ class Desk : public ScreenSite {
   void LeaveRow(Grid& grid);
   void NextCell(Grid& grid, Key key);
   void DownRow(Grid& grid);
+  ActResult LeaveReadOnly(Grid& grid, Key key);
   ActResult FocusGrid(Grid& grid);
   ActResult PutIntoCell(Grid& grid, std::string_view text);
   ActResult TypeCells(Grid& grid, const std::vector<std::pair<std::string, std::string>>& cells);
