@@ -28,6 +28,9 @@ class GridPanel : public QWidget {
   void TakeFocus();
   /// The table holds the keyboard, or one of its cell editors does.
   bool HasKeyboard() const;
+  /// The screen goes now, perhaps from within an event of this panel: from here on it touches neither grid nor dataset
+  /// again. Without effect before Bind.
+  void LetGo();
 
  signals:
   /// The person turned to the grid with the mouse or a key; whoever binds the screen enters it on the desk. Emitted
