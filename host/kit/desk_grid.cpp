@@ -181,6 +181,9 @@ ActResult Desk::GridKey(Grid& grid, Key key) {
       EnterCell(grid);
     });
   }
+  const bool goes_on = key == Key::kTab || key == Key::kEnter;
+  // There is no cell to fill in.
+  if (goes_on && grid.ReadOnly()) return LeaveReadOnly(grid, key);
   const Screen* screen = &grid.Owner();
   bool used = false;
   const ActResult acted = Run(grid.Owner().Caption(), [&] {
@@ -212,6 +215,13 @@ ActResult Desk::GridKey(Grid& grid, Key key) {
   if (acted != ActResult::kDone || used || !IsOpen(screen) || focused_ != &grid) return acted;
   Button* button = ShortcutOf(*screen, key);
   return button == nullptr ? acted : Click(*button);
+}
+
+ActResult Desk::LeaveReadOnly(Grid& grid, Key key) {
+  const Screen* screen = &grid.Owner();
+  const ActResult acted = Run(grid.Owner().Caption(), [&] { Fire(grid.OnKeyDown, key); });
+  if (acted != ActResult::kDone || !IsOpen(screen) || focused_ != &grid) return acted;
+  return MoveFocus(grid.Owner(), false);
 }
 
 void Desk::DownRow(Grid& grid) {

@@ -35,12 +35,20 @@ inline void Fire(const KeyHandler& handler, Key key) {
   if (running) running(key);
 }
 
-inline bool CanAct(const Control& control) { return control.Enabled() && control.Visible(); }
+/// What stands on pages is hidden and disabled with them; a page out of sight only has to be turned to.
+inline bool CanAct(const Control& control) {
+  if (!control.Enabled() || !control.Visible()) return false;
+  return control.Pages() == nullptr || CanAct(*control.Pages());
+}
 
 inline bool CanFocus(const Control& control) { return CanAct(control) && control.Focusable(); }
 
-/// Where Tab and Enter go: what stands on a page out of sight is passed over.
-inline bool IsTabStop(const Control& control) { return CanFocus(control) && control.InSight(); }
+/// Where Tab and Enter go: what stands on a page out of sight is passed over, and so is an input that cannot be typed
+/// into.
+inline bool IsTabStop(const Control& control) {
+  const auto* input = dynamic_cast<const Edit*>(&control);
+  return CanFocus(control) && control.InSight() && (input == nullptr || !input->ReadOnly());
+}
 
 /// A caption as a sentence quotes it: without its mnemonic mark.
 std::string PlainCaption(std::string_view caption, std::string_view otherwise);

@@ -42,6 +42,8 @@ ActResult Desk::LeaveFocused() {
     settle_request();
     if (!stays) focused_ = nullptr;
   });
+  // The program may have turned the page meanwhile; what was refused must be seen.
+  if (focused_ == &leaving) leaving.Reveal();
   return left == ActResult::kDone && stays ? ActResult::kRefused : left;
 }
 
@@ -122,7 +124,7 @@ Button* Desk::ShortcutOf(const Screen& screen, Key key) {
   if (key == Key::kNone) return nullptr;
   for (Component* component : screen.Components()) {
     auto* button = dynamic_cast<Button*>(component);
-    if (button != nullptr && button->Shortcut == key && CanFocus(*button)) return button;
+    if (button != nullptr && button->Shortcut == key && IsTabStop(*button)) return button;
   }
   return nullptr;
 }
@@ -137,16 +139,15 @@ ActResult Desk::PressKey(Screen& screen, Key key) {
     used = screen.FormKeyDown(key);
   });
   if (pressed != ActResult::kDone || used || !IsOpen(&screen) || focused_ != control) return pressed;
-  if (Button* button = ShortcutOf(screen, key)) return Click(*button);
   const auto* input = dynamic_cast<Edit*>(control);
   if (key == Key::kF4 && input != nullptr && input->Lookup != nullptr && CanAct(*input) && !input->ReadOnly()) {
     return OpenLookup(*input->Lookup);
   }
+  if (Button* button = ShortcutOf(screen, key)) return Click(*button);
   if (key == Key::kTab) return MoveFocus(screen, false);
   if (key != Key::kEnter) return pressed;
   if (auto* button = dynamic_cast<Button*>(control)) return Click(*button);
-  const auto* edit = dynamic_cast<Edit*>(control);
-  const bool new_line = edit != nullptr && edit->Kind() == EditKind::kMemo;
+  const bool new_line = input != nullptr && input->Kind() == EditKind::kMemo;
   return new_line ? pressed : MoveFocus(screen, false);
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/module.h"
 #include "program.h"
 
 namespace {
@@ -75,7 +76,7 @@ TEST_F(Cli, VersionTellsProgramAndModule) {
   const Ended version = Start({"version"});
   EXPECT_EQ(version.code, 0) << version.errors;
   EXPECT_EQ(version.output.substr(0, 10), "tecelagem ");
-  EXPECT_NE(version.output.find("contrato 1"), std::string::npos);
+  EXPECT_NE(version.output.find("contrato " + std::to_string(host::kContractVersion)), std::string::npos);
 }
 
 TEST_F(Cli, WrongUsageIsTwo) {

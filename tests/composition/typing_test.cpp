@@ -270,10 +270,10 @@ TEST_F(Typing, TheColourLookupOffersTheYarnsColours) {
   EXPECT_EQ(Cell(1, "01"), "BCO");
   const auto sent = mill_.TakeStatements("SELECT COR, DESCRICAO FROM (");
   ASSERT_EQ(sent.size(), 1u);
-  EXPECT_TRUE(sent[0].starts_with(
-      "SELECT COR, DESCRICAO FROM ( SELECT CADCOR.COR, CADCOR.DESCRICAO FROM MAT_ITEN MAT_ITEN LEFT JOIN CADCOR CADCOR "
-      "ON (MAT_ITEN.COR = CADCOR.COR) WHERE MAT_ITEN.CODIGO = 'F1' GROUP BY CADCOR.COR, CADCOR.DESCRICAO ) AS MAT_ITEN "
-      "WHERE 1 = 1"))
+  EXPECT_NE(sent[0].find("FROM (SELECT COR, DESCRICAO FROM ( SELECT CADCOR.COR, CADCOR.DESCRICAO FROM MAT_ITEN MAT_ITEN "
+                         "LEFT JOIN CADCOR CADCOR ON (MAT_ITEN.COR = CADCOR.COR) WHERE MAT_ITEN.CODIGO = 'F1' "
+                         "GROUP BY CADCOR.COR, CADCOR.DESCRICAO ) AS MAT_ITEN WHERE 1 = 1"),
+            std::string::npos)
       << sent[0];
 }
 
@@ -289,9 +289,10 @@ TEST_F(Typing, LocalizarCorSelectsTheColumn) {
   EXPECT_EQ(TheGrid().SelectedField(), "02");
   const auto sent = mill_.TakeStatements("SELECT * FROM(");
   ASSERT_EQ(sent.size(), 1u);
-  EXPECT_TRUE(sent[0].starts_with(
-      "SELECT * FROM( SELECT DISTINCT CADCOR.COR , CADCOR.DESCRICAO FROM COMP_MATERIAL COMP_MATERIAL INNER JOIN CADCOR "
-      "CADCOR ON (COMP_MATERIAL.COR = CADCOR.COR) WHERE COMP_MATERIAL.MATERIAL = 'M1' ) AS COMP_MATERIAL WHERE 1=1"))
+  EXPECT_NE(sent[0].find("FROM (SELECT * FROM( SELECT DISTINCT CADCOR.COR , CADCOR.DESCRICAO FROM COMP_MATERIAL "
+                         "COMP_MATERIAL INNER JOIN CADCOR CADCOR ON (COMP_MATERIAL.COR = CADCOR.COR) "
+                         "WHERE COMP_MATERIAL.MATERIAL = 'M1' ) AS COMP_MATERIAL WHERE 1=1"),
+            std::string::npos)
       << sent[0];
 }
 

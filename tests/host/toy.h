@@ -114,7 +114,13 @@ class ToyEnvironment : public host::DeskEnvironment {
   void TellError(std::string_view title, const std::exception& error) override {
     notes_.push_back("error " + std::string(title) + ": " + error.what());
   }
-  std::optional<host::LookupRow> ShowLookup(host::TPesquisa& /*lookup*/) override { return lookup_answer; }
+  std::optional<host::LookupRow> ShowLookup(host::TPesquisa& lookup) override {
+    lookups.push_back(lookup.Name());
+    return lookup_answer;
+  }
+  void ScreenShown(host::Screen& screen) override { View("shown " + screen.Caption()); }
+  void ScreenGone(host::Screen& screen) override { View("let go " + screen.Caption()); }
+  void Settled() override { View("settled"); }
   void RunModal(host::Screen& screen) override {
     notes_.push_back("modal " + screen.Caption());
     if (on_modal) on_modal(screen);
@@ -127,9 +133,15 @@ class ToyEnvironment : public host::DeskEnvironment {
   std::map<std::string, std::function<void(ToyScreen&)>> setups;
   std::function<void(host::Screen&)> on_modal;
   std::optional<host::LookupRow> lookup_answer;
+  std::vector<std::string> lookups;  // names of those that were shown
   bool fail_commit = false;
+  bool note_view = false;  // notes also what whoever shows the screens is told
 
  private:
+  void View(std::string note) {
+    if (note_view) notes_.push_back(std::move(note));
+  }
+
   ToyHost& host_;
   Notes& notes_;
 };

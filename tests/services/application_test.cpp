@@ -144,8 +144,10 @@ TEST_F(Program, ALookupTakesAWholeStatement) {
 TEST_F(Program, AWrongLookupIsToldAndNothingIsPicked) {
   host::Screen& screen = Tiny();
   Lookup(screen).SetFilter("NADA = 1");
+  mill_.Person().Pick("PqCor", "01");
   EXPECT_EQ(mill_.Desk().OpenLookup(Lookup(screen)), host::ActResult::kFailed);
   EXPECT_EQ(mill_.Person().TakeErrors().size(), 1u);
+  EXPECT_TRUE(Lookup(screen).RetornoPesquisa("COR").IsNull());
 }
 
 // --- screens
