@@ -7,7 +7,6 @@
 #include "app/mill/import_check.h"
 #include "app/mill/import_rules.h"
 #include "app/mill/table_shape.h"
-#include "app/services/rule_formula.h"
 #include "host/errors.h"
 #include "host/text.h"
 
@@ -86,7 +85,7 @@ ImportResult Import(firebird::Database& database, std::string_view table, std::s
 }
 
 ImportResult Import(firebird::Database& database, std::string_view table, std::string_view csv_text) {
-  return Import(database, table, csv_text, [](std::string_view formula) { services::RuleFormula::Parse(formula); });
+  return Import(database, table, csv_text, CheckRuleFormula);
 }
 
 }  // namespace app::mill

@@ -2,12 +2,12 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/firebird/database.h"
+#include "app/mill/cell.h"
 
 namespace app::mill {
 
@@ -17,9 +17,6 @@ struct ImportResult {
       errors;  // Portuguese, one sentence each with its line; nothing was written when there are any
   bool Ok() const { return errors.empty(); }
 };
-
-/// Says what is wrong with a rule's formula by throwing host::InputError.
-using FormulaCheck = std::function<void(std::string_view formula)>;
 
 /// Brings a file into a logical table of the company ("MATERIAL"): "CsvFile" tells the form, the header names the
 /// columns, numbers take a decimal comma or point, dates are DD/MM/YYYY, times HH:MM. An empty cell takes the column's

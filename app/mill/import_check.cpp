@@ -1,12 +1,6 @@
 #include "app/mill/import_check.h"
 
 #include <algorithm>
-#include <regex>
-
-#include "app/services/storable_text.h"
-#include "host/decimal.h"
-#include "host/errors.h"
-#include "host/text.h"
 
 namespace app::mill {
 namespace {
@@ -19,16 +13,6 @@ std::string Join(const std::vector<host::Value>& values) {
   std::string text;
   for (const auto& value : values) text += (text.empty() ? "" : ", ") + value.AsText();
   return text;
-}
-
-bool IsExempt(const Reference& reference, const std::string& value) {
-  if (reference.exempt.empty()) return false;
-  return reference.exempt == "*" ? value.find('*') != std::string::npos : value == reference.exempt;
-}
-
-bool IsTime(const std::string& text) {
-  static const std::regex time_pattern("([01]?[0-9]|2[0-3]):[0-5][0-9](:[0-5][0-9])?");
-  return std::regex_match(text, time_pattern);
 }
 
 }  // namespace
@@ -80,71 +64,9 @@ void ImportCheck::CheckRow(const CsvRow& row) {
 }
 
 host::Value ImportCheck::CheckCell(int line, const Column& column, const std::string& cell) {
-  const bool is_key =
-      std::find(shape_.key_columns.begin(), shape_.key_columns.end(), column.name) != shape_.key_columns.end();
-  if (cell.empty()) {
-    if (column.fills) return *column.fills;
-    if (column.required || is_key) Error(line, column, "o valor é obrigatório.");
-    return {};
-  }
-  switch (column.kind) {
-    case ColumnKind::kInteger:
-    case ColumnKind::kNumber:
-      return CheckNumber(line, column, cell);
-    case ColumnKind::kDate:
-      if (const auto date = host::Date::FromDisplay(cell)) return *date;
-      Error(line, column, Quoted(cell) + " não é uma data (DD/MM/AAAA).");
-      return {};
-    case ColumnKind::kTime:
-      if (!IsTime(cell)) Error(line, column, Quoted(cell) + " não é uma hora (HH:MM).");
-      return cell;
-    case ColumnKind::kTimestamp:
-      if (!host::DateTime::FromIso(cell))
-        Error(line, column, Quoted(cell) + " não é data e hora (AAAA-MM-DD HH:MM:SS).");
-      return cell;
-    default:
-      return CheckText(line, column, cell);
-  }
-}
-
-host::Value ImportCheck::CheckText(int line, const Column& column, const std::string& cell) {
-  if (const auto reason = services::WhyNotStorable(cell)) {
-    Error(line, column, *reason);
-  } else if (column.kind == ColumnKind::kText && host::Length(cell) > static_cast<std::size_t>(column.width)) {
-    Error(line, column,
-          Quoted(cell) + " tem " + std::to_string(host::Length(cell)) + " caracteres; cabem " +
-              std::to_string(column.width) + ".");
-  } else if (IsFlag(column.name) && cell != "S" && cell != "N") {
-    Error(line, column, Quoted(cell) + " não é S nem N.");
-  } else if (shape_.table == "TNG_REGRA" && column.name == "FORMULA") {
-    try {
-      check_formula_(cell);
-    } catch (const host::InputError& error) {
-      Error(line, column, error.what());
-    }
-  }
-  return cell;
-}
-
-host::Value ImportCheck::CheckNumber(int line, const Column& column, const std::string& cell) {
-  const bool whole = column.kind == ColumnKind::kInteger;
-  const std::optional<double> number = host::ParseTyped(cell);
-  if (!number) {
-    Error(line, column, Quoted(cell) + " não é um número.");
-    return {};
-  }
-  if (whole && !host::ParseTypedInteger(cell)) {
-    Error(line, column, Quoted(cell) + " não é um número inteiro.");
-    return {};
-  }
-  const auto limits = LimitsOf(shape_.table, column.name);
-  if (limits && *number < limits->lowest) {
-    Error(line, column, Quoted(cell) + " é menor que " + host::FormatNumber("0.##", limits->lowest, ',') + ".");
-  } else if (limits && *number > limits->highest) {
-    Error(line, column, Quoted(cell) + " é maior que " + host::FormatNumber("0.##", limits->highest, ',') + ".");
-  }
-  if (whole) return *host::ParseTypedInteger(cell);
-  return *number;
+  const Cell read = ReadCell(shape_, column, cell, check_formula_);
+  if (read.objection) Error(line, column, *read.objection);
+  return read.value;
 }
 
 void ImportCheck::CheckKey(int line, const std::vector<host::Value>& values) {

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "app/firebird/database.h"
+#include "app/mill/cell.h"
 #include "app/mill/csv.h"
-#include "app/mill/import.h"
 #include "app/mill/import_rules.h"
 #include "app/mill/table_shape.h"
 #include "host/value.h"
@@ -35,8 +35,6 @@ class ImportCheck {
   void CheckHeader(const std::vector<std::string>& header);
   void CheckRow(const CsvRow& row);
   host::Value CheckCell(int line, const Column& column, const std::string& cell);
-  host::Value CheckText(int line, const Column& column, const std::string& cell);
-  host::Value CheckNumber(int line, const Column& column, const std::string& cell);
   void CheckKey(int line, const std::vector<host::Value>& values);
   void CheckReferences(int line, const std::vector<host::Value>& values);
   bool Exists(std::string_view table, const std::vector<std::string_view>& columns,

@@ -88,6 +88,11 @@ const std::vector<Reference>& References() {
   return references;
 }
 
+bool IsExempt(const Reference& reference, std::string_view value) {
+  if (reference.exempt.empty()) return false;
+  return reference.exempt == "*" ? value.find('*') != std::string_view::npos : value == reference.exempt;
+}
+
 std::optional<Limits> LimitsOf(std::string_view table, std::string_view column) {
   for (const auto& entry : kLimits) {
     if (entry.column == column && (entry.table.empty() || entry.table == table)) return entry.limits;

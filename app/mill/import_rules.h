@@ -20,6 +20,8 @@ struct Reference {
   std::string_view exempt;  // a value that stands for "none in particular"; "*" exempts whatever holds an asterisk
 };
 const std::vector<Reference>& References();
+/// True for a value that stands for "none in particular" there.
+bool IsExempt(const Reference& reference, std::string_view value);
 
 struct Limits {
   double lowest;
