@@ -82,6 +82,11 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
     database_->CommitRetaining();
   }
 
+  std::optional<std::string> AskFile(const FileQuestion& question) override {
+    database_->MakeDurable();
+    return person_.AskFile(question);
+  }
+
   // --- host::Host ------------------------------------------------------------------------------------------------
   host::Funcoes& GetFuncoes() override { return general_; }
   host::Tabela& GetTabela() override { return tables_; }

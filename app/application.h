@@ -53,6 +53,8 @@ class Application : public host::Host {
   virtual std::vector<MenuScreen> MenuScreens() = 0;
   /// Sets an installation parameter; seen by the screens at once. Throws host::DatabaseError, nothing is changed then.
   virtual void WriteParameter(std::string_view group, int number, std::string_view value) = 0;
+  /// Person::AskFile, for the host's own screens: whatever is pending is made durable first.
+  virtual std::optional<std::string> AskFile(const FileQuestion& question) = 0;
 };
 
 }  // namespace app

@@ -17,6 +17,14 @@ class Screen;
 
 namespace app {
 
+/// A file that the person is asked for.
+struct FileQuestion {
+  bool save = false;  // a place to write to; else a file to read
+  std::string title;
+  std::string kind;      // of files: "Arquivos CSV (*.csv)"
+  std::string proposed;  // name; empty for none
+};
+
 class Person : public host::Dialogs {
  public:
   /// An error that nobody caught, told as one sentence.
@@ -27,6 +35,8 @@ class Person : public host::Dialogs {
   virtual void ActOnModal(host::Screen& screen, host::Desk& desk) = 0;
   /// Asks for a date (host::Funcoes::InputBoxData); text as typed, empty when given up.
   virtual std::string AskDate(std::string_view caption, std::string_view prompt) = 0;
+  /// The path chosen (one that exists is to be replaced: the person was asked); nothing when given up.
+  virtual std::optional<std::string> AskFile(const FileQuestion& /*question*/) { return std::nullopt; }
 
   // --- what the program does in sight of the person; see host::DeskEnvironment and host::Funcoes::Ocupado -------
   virtual void ScreenShown(host::Screen& /*screen*/) {}

@@ -103,6 +103,25 @@ bool IsBlank(const CsvRow& row) {
   return std::all_of(row.cells.begin(), row.cells.end(), [](const std::string& cell) { return cell.empty(); });
 }
 
+std::string Written(const std::string& cell) {
+  const bool plain = cell.find_first_of(";\"\r\n") == std::string::npos && host::Trim(cell) == cell;
+  if (plain) return cell;
+  std::string quoted = "\"";
+  for (const char c : cell) {
+    if (c == '"') quoted += '"';
+    quoted += c;
+  }
+  return quoted + '"';
+}
+
+void WriteRow(std::string& text, const std::vector<std::string>& cells) {
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (i > 0) text += kSeparator;
+    text += Written(cells[i]);
+  }
+  text += "\r\n";
+}
+
 }  // namespace
 
 CsvFile ReadCsv(std::string_view text) {
@@ -121,6 +140,13 @@ CsvFile ReadCsv(std::string_view text) {
   }
   if (file.header.empty()) Fail(1, "o arquivo está vazio; a primeira linha traz os nomes das colunas.");
   return file;
+}
+
+std::string WriteCsv(const std::vector<std::string>& header, const std::vector<std::vector<std::string>>& rows) {
+  std::string text(kByteOrderMark);
+  WriteRow(text, header);
+  for (const auto& row : rows) WriteRow(text, row);
+  return text;
 }
 
 }  // namespace app::mill

@@ -23,4 +23,8 @@ struct CsvFile {
 /// header.
 CsvFile ReadCsv(std::string_view text);
 
+/// The text that ReadCsv reads back cell by cell: with byte-order mark and CR LF, as spreadsheets of this country open
+/// it; quotes where a cell needs them.
+std::string WriteCsv(const std::vector<std::string>& header, const std::vector<std::vector<std::string>>& rows);
+
 }  // namespace app::mill

@@ -86,6 +86,12 @@ std::string ScriptedPerson::AskDate(std::string_view /*caption*/, std::string_vi
   return reply.value_or("");
 }
 
+std::optional<std::string> ScriptedPerson::AskFile(const FileQuestion& question) {
+  auto reply = TakeAnswer(question.title);
+  if (!reply) unexpected_.push_back("arquivo \"" + question.title + "\"");
+  return reply;
+}
+
 void ScriptedPerson::TellError(std::string_view title, const std::exception& error) {
   errors_.emplace_back(error.what());
   Show(title, error.what(), host::Icon::kError);

@@ -51,6 +51,8 @@ class ScriptedPerson : public Person {
   std::optional<host::LookupRow> PickRow(host::TPesquisa& lookup, LookupOffer& offer) override;
   void ActOnModal(host::Screen& screen, host::Desk& desk) override;
   std::string AskDate(std::string_view caption, std::string_view prompt) override;
+  /// Answered by the question's title.
+  std::optional<std::string> AskFile(const FileQuestion& question) override;
 
  private:
   struct Prepared {
