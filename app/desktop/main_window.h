@@ -23,6 +23,8 @@ class MainWindow : public QMainWindow {
   Station& GetStation() { return station_; }
   /// The window of an open screen, by component or class name; null when it is not open.
   ScreenWindow* WindowOf(std::string_view name) const;
+  /// The window was closed so that somebody else can sign in.
+  bool ChangeUserWanted() const { return change_user_; }
 
  protected:
   /// Asks when a screen has unsaved work; closes every screen.
@@ -31,6 +33,7 @@ class MainWindow : public QMainWindow {
  private:
   class Parts;
   Station station_;
+  bool change_user_ = false;
   std::unique_ptr<Parts> parts_;
 };
 

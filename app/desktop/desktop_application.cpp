@@ -1,0 +1,37 @@
+#include "app/desktop/desktop_application.h"
+
+#include <exception>
+
+#include "app/desktop/error_box.h"
+#include "app/desktop/message_boxes.h"
+#include "app/desktop/theme.h"
+#include "host/errors.h"
+#include "host/restored.h"
+
+namespace app::desktop {
+
+DesktopApplication::DesktopApplication(int& count, char** values) : QApplication(count, values) {
+  setApplicationName(QStringLiteral("tecelagem"));
+  setApplicationDisplayName(QStringLiteral("Tecelagem"));
+  PrepareLook();
+}
+
+bool DesktopApplication::notify(QObject* receiver, QEvent* event) {
+  try {
+    return QApplication::notify(receiver, event);
+  } catch (const host::Abort&) {
+    return true;  // it ends what was going on, silently
+  } catch (const std::exception& error) {
+    Tell(error);
+  }
+  return true;
+}
+
+void DesktopApplication::Tell(const std::exception& error) {
+  // What fails while an error is being told, such as the painting behind the box, would be told without end.
+  if (telling_) return;
+  const host::Restored<bool> telling(telling_, true);
+  ShowError(BoxParent(), QStringLiteral("Tecelagem"), error);
+}
+
+}  // namespace app::desktop

@@ -1,0 +1,40 @@
+// The boxes that wait for an answer: a message, a question, a line of text, a date, an error.
+#pragma once
+
+#include <QDialog>
+#include <QString>
+#include <QWidget>
+#include <optional>
+
+#include "host/dialogs.h"
+
+namespace app::desktop {
+
+/// Over which window a box comes up: the innermost modal one, else the active one, else the main window; null before
+/// there is any.
+QWidget* BoxParent();
+
+/// While it lives the busy cursor is away: a person who is asked something is not waiting.
+class UsualCursor {
+ public:
+  UsualCursor();
+  ~UsualCursor();
+  UsualCursor(const UsualCursor&) = delete;
+  UsualCursor& operator=(const UsualCursor&) = delete;
+
+ private:
+  int taken_away_ = 0;
+};
+
+/// Runs the box with the usual cursor; afterwards the window below it is active again.
+int RunBox(QDialog& box);
+/// Without a window manager nothing is active after a box, and the next key would go nowhere: this window then is.
+void ActivateAgain(QWidget* below);
+
+void ShowMessage(QWidget* parent, const QString& title, const QString& text, host::Icon icon);
+/// "Sim" and "Não", the latter the default and what Esc means.
+bool AskYesNo(QWidget* parent, const QString& title, const QString& text);
+/// A line of text, `proposed` and selected at first; nothing when the person gave up.
+std::optional<QString> AskText(QWidget* parent, const QString& title, const QString& prompt, const QString& proposed);
+
+}  // namespace app::desktop

@@ -1,0 +1,206 @@
+#include "app/desktop/screen_area.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QTabBar>
+#include <QTimer>
+#include <utility>
+
+#include "app/desktop/screen_window.h"
+#include "app/desktop/text.h"
+#include "host/text.h"
+
+namespace app::desktop {
+
+ScreenFrame::ScreenFrame(ScreenWindow* window, const QString& title) : window_(window) {
+  setWidget(window);
+  setWindowTitle(title);
+  setWindowIcon(QApplication::windowIcon());
+}
+
+void ScreenFrame::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  emit CloseWanted();
+}
+
+ScreenArea::ScreenArea(Station& station, QWidget* parent) : QMdiArea(parent), station_(station) {
+  setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  setDocumentMode(true);
+  setTabsClosable(true);
+  setTabsMovable(true);
+  setViewMode(QMdiArea::TabbedView);
+  connect(this, &QMdiArea::subWindowActivated, this, [this](const QMdiSubWindow* frame) {
+    emit ActiveChanged();
+    if (frame != nullptr) FollowLater();
+  });
+  connect(&station_, &Station::Settled, this, [this] {
+    if (const host::Control* focused = station_.Desk().Focused()) {
+      last_control_[&focused->Owner()] = focused->Name();
+    }
+    FollowLater();
+  });
+}
+
+ScreenArea::~ScreenArea() {
+  disconnect(this, nullptr, this, nullptr);
+  for (ScreenFrame* frame : std::exchange(frames_, {})) delete frame;
+}
+
+void ScreenArea::SetMode(Mode mode) {
+  if (mode == mode_) return;
+  mode_ = mode;
+  QMdiSubWindow* const active = activeSubWindow();
+  setViewMode(mode == Mode::kTabs ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
+  if (mode == Mode::kTabs) {
+    setDocumentMode(true);
+    setTabsClosable(true);
+    setTabsMovable(true);
+  }
+  for (ScreenFrame* frame : std::as_const(frames_)) ShowFrame(*frame);
+  if (mode == Mode::kFree) cascadeSubWindows();
+  setActiveSubWindow(active);
+}
+
+// --- what the person does ----------------------------------------------------------------------------------------
+
+void ScreenArea::Open(std::string_view screen_class) {
+  station_.Do([&] {
+    host::Screen* screen = station_.Desk().Open(screen_class);
+    return screen != nullptr ? Enter(*screen) : host::ActResult::kFailed;
+  });
+}
+
+void ScreenArea::Close(host::Screen& screen) {
+  station_.Do([&] { return station_.Desk().CloseScreen(screen); });
+}
+
+bool ScreenArea::CloseAll() {
+  const auto& open = station_.Desk().Screens();
+  while (!open.empty()) {
+    const std::size_t before = open.size();
+    Close(*open.back());
+    if (open.size() >= before) return false;
+  }
+  return true;
+}
+
+// The desk's focus goes into the screen: to where the person was last, or else to its first input.
+host::ActResult ScreenArea::Enter(host::Screen& screen) {
+  host::Desk& desk = station_.Desk();
+  const host::Control* focused = desk.Focused();
+  if (focused != nullptr && &focused->Owner() == &screen) return host::ActResult::kDone;
+  const auto last = last_control_.find(&screen);
+  if (last != last_control_.end()) {
+    auto* control = dynamic_cast<host::Control*>(screen.FindComponent(last->second));
+    if (control != nullptr && control->Enabled() && control->InSight()) return desk.Enter(*control);
+  }
+  const host::ActResult moved = desk.MoveFocus(screen, false);
+  if (moved != host::ActResult::kDone) return moved;
+  focused = desk.Focused();
+  return focused == nullptr || &focused->Owner() == &screen ? moved : desk.Leave();
+}
+
+// --- what the program does ---------------------------------------------------------------------------------------
+
+void ScreenArea::Show(host::Screen& screen) {
+  if (station_.Desk().Modal() == &screen) return;
+  ScreenFrame* frame = FrameOf(screen);
+  if (frame == nullptr) {
+    frame = new ScreenFrame(new ScreenWindow(station_, screen), ToQt(screen.Caption()));
+    connect(frame, &ScreenFrame::CloseWanted, this, [this, &screen] { Close(screen); });
+    frames_.append(frame);
+    addSubWindow(frame);
+    ShowFrame(*frame);
+  } else if (frame->isMinimized()) {
+    ShowFrame(*frame);
+  }
+  setActiveSubWindow(frame);
+  emit ActiveChanged();
+}
+
+void ScreenArea::LetGo(host::Screen& screen) {
+  last_control_.erase(&screen);
+  ScreenFrame* frame = FrameOf(screen);
+  if (frame == nullptr) return;
+  frames_.removeOne(frame);
+  if (entered_ == frame->Window()) entered_ = nullptr;
+  frame->disconnect(this);
+  frame->Window()->LetGo();
+  // One of its widgets may be in the middle of the click that closed it.
+  frame->hide();
+  removeSubWindow(frame);
+  frame->deleteLater();
+  emit ActiveChanged();
+}
+
+void ScreenArea::ShowFrame(ScreenFrame& frame) {
+  if (mode_ == Mode::kTabs || frame.Window()->GetScreen().Maximised()) {
+    frame.showMaximized();
+  } else {
+    frame.showNormal();
+  }
+}
+
+// --- looking things up -------------------------------------------------------------------------------------------
+
+ScreenFrame* ScreenArea::FrameOf(const host::Screen& screen) const {
+  for (ScreenFrame* frame : frames_) {
+    if (&frame->Window()->GetScreen() == &screen) return frame;
+  }
+  return nullptr;
+}
+
+ScreenWindow* ScreenArea::WindowOf(std::string_view name) const {
+  for (const ScreenFrame* frame : frames_) {
+    const host::Screen& screen = frame->Window()->GetScreen();
+    if (host::SameName(screen.Name(), name) || host::SameName(screen.ClassName(), name)) return frame->Window();
+  }
+  return nullptr;
+}
+
+ScreenWindow* ScreenArea::Active() const {
+  // The active one of this area, also while another window of the program or of the computer is the active one.
+  const auto* frame = qobject_cast<ScreenFrame*>(currentSubWindow());
+  return frame != nullptr && frames_.contains(frame) ? frame->Window() : nullptr;
+}
+
+QList<ScreenFrame*> ScreenArea::Frames() const { return frames_; }
+
+// --- window and focus --------------------------------------------------------------------------------------------
+
+// Not in the middle of what Qt or the desk is doing just now.
+void ScreenArea::FollowLater() {
+  if (std::exchange(follow_pending_, true)) return;
+  QTimer::singleShot(0, this, [this] {
+    follow_pending_ = false;
+    Follow();
+  });
+}
+
+// Window in front and focus of the desk belong together. A window that the person turned to gets the focus; where the
+// input left behind refuses, or the program sent the focus to another screen, that screen's window comes forward.
+void ScreenArea::Follow() {
+  host::Desk& desk = station_.Desk();
+  ScreenWindow* const active = Active();
+  if (station_.Busy() || desk.Modal() != nullptr || active == nullptr) return;
+  const bool turned_to = std::exchange(entered_, active) != active;
+  const host::Control* focused = desk.Focused();
+  if (focused == nullptr) {
+    if (turned_to) active->TakeFocus();
+    return;
+  }
+  if (&focused->Owner() == &active->GetScreen()) return;
+  if (turned_to) {
+    station_.Do([&] { return Enter(active->GetScreen()); });
+    return;
+  }
+  if (ScreenFrame* frame = FrameOf(focused->Owner())) {
+    setActiveSubWindow(frame);
+    entered_ = frame->Window();
+    entered_->TakeFocus();
+  }
+}
+
+}  // namespace app::desktop
