@@ -65,6 +65,8 @@ TFmCadComposi::TFmCadComposi(host::Host& host)
       PqRegra(*this, "PqRegra", "TNG_REGRA", "CODIGO"),
       PqCor(*this, "PqCor", "CADCOR", "COR"),
       pqMatLocaliza(*this, "pqMatLocaliza", "CADCOR", "COR") {
+  PcComposi.Place(0, {&EdtCodMat, &LblCodMat, &edtCodCliente, &LblCodCliente, &EdtLargura, &EdtGramatura, &EdtDiametro,
+                      &EdtFinura, &EdtKgRolo, &EdtAgulhas, &EdtDesperdicio, &EdtRPM, &LblConsumo, &GrdComposi});
   WireInputs();
   WireGrid();
 }
@@ -72,9 +74,7 @@ TFmCadComposi::TFmCadComposi(host::Host& host)
 void TFmCadComposi::WireInputs() {
   EdtCodMat.OnExit = [this] { EdtCodMatExit(); };
   EdtCodMat.OnChange = [this] { EdtCodMatChange(); };
-  EdtCodMat.OnKeyDown = [this](host::Key key) {
-    if (key == host::Key::kF4) PqCodMat.Open();
-  };
+  EdtCodMat.Lookup = &PqCodMat;
   PqCodMat.OnFechaPesquisa = [this] {
     EdtCodMat.SetText(PqCodMat.RetornoPesquisa("CODIGO").AsText());
     // The fabric is loaded when the person leaves its code, wherever the lookup was opened from.
@@ -83,9 +83,7 @@ void TFmCadComposi::WireInputs() {
 
   edtCodCliente.OnExit = [this] { edtCodClienteExit(); };
   edtCodCliente.OnChange = [this] { edtCodClienteChange(); };
-  edtCodCliente.OnKeyDown = [this](host::Key key) {
-    if (key == host::Key::kF4) PqCliente.Open();
-  };
+  edtCodCliente.Lookup = &PqCliente;
   PqCliente.OnFechaPesquisa = [this] { edtCodCliente.SetText(PqCliente.RetornoPesquisa("CODCLI").AsText()); };
 
   const std::array<host::Edit*, 8> header = {&EdtLargura, &EdtGramatura, &EdtDiametro,    &EdtFinura,

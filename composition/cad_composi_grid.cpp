@@ -29,7 +29,7 @@ void TFmCadComposi::DBGridKeyDown(host::Key key) {
   if (field.empty()) return;
   if (key == host::Key::kF4) {
     OpenLookupOf(field);
-  } else if (key == host::Key::kTab) {
+  } else if (key == host::Key::kTab || key == host::Key::kEnter) {  // Enter goes on like Tab
     if (!TbComposi.IsEmpty()) LeaveCell(field);
     PassReadOnlyColumns();
   }

@@ -33,6 +33,24 @@ bool FilledByProgram(std::string_view field) {
          field == "Desc_Regra";
 }
 
+// In characters: as much as usually stands there; the descriptions are cut before the colours are pushed out of sight.
+int FixedWidth(std::string_view field) {
+  if (field == "Codigo") return 15;
+  if (field == "Descricao") return 26;
+  if (field == "Milimetros" || field == "Consumo" || field == "Perc") return 10;
+  if (field == "Desc_Regra") return 18;
+  if (field == "Ordem" || field == "NE" || field == "Regra" || field == "ROCA") return 6;
+  return 9;
+}
+
+// The heading names the colour; a long name is cut.
+int ColourWidth(const FabricColour& colour) {
+  constexpr std::size_t k_widest = 16;
+  constexpr std::size_t k_cell = 8;
+  const std::size_t heading = host::Length(colour.code) + 1 + host::Length(colour.description);
+  return static_cast<int>(std::clamp(heading, k_cell, k_widest));
+}
+
 std::string FreeFieldName(std::string_view code, const std::vector<FabricColour>& before) {
   const std::vector<FieldDef> fixed_fields = FixedFields();
   const auto taken = [&](std::string_view name) {
@@ -84,6 +102,11 @@ std::vector<host::GridColumn> GridColumns(const std::vector<FabricColour>& colou
     column.read_only = FilledByProgram(field.name);
     const bool number = field.type == FieldType::kFloat || field.type == FieldType::kInteger;
     column.align = number ? host::Align::kRight : host::Align::kLeft;
+    const FabricColour* colour = ColourOfField(colours, field.name);
+    column.width = colour != nullptr ? ColourWidth(*colour) : FixedWidth(field.name);
+    column.lookup = colour != nullptr || field.name == "Codigo" || field.name == "Regra";
+    // They have to make 100.
+    column.total = field.name == "Perc";
     columns.push_back(std::move(column));
   }
   return columns;

@@ -1,5 +1,6 @@
 #include "writeoff/mov_bai_tec.h"
 
+#include <utility>
 #include <vector>
 
 #include "host/decimal.h"
@@ -64,42 +65,56 @@ std::vector<FieldDef> RememberedFields() {
           {"Deposito", FieldType::kText, 6}};
 }
 
+host::GridColumn Shown(std::string field, std::string caption, int width) {
+  return {.field = std::move(field), .caption = std::move(caption), .width = width, .read_only = true};
+}
+
+host::GridColumn Number(std::string field, std::string caption, int width) {
+  host::GridColumn column = Shown(std::move(field), std::move(caption), width);
+  column.align = host::Align::kRight;
+  return column;
+}
+
+host::GridColumn Quantity(std::string field, std::string caption, int width) {
+  host::GridColumn column = Number(std::move(field), std::move(caption), width);
+  column.total = true;
+  return column;
+}
+
 std::vector<host::GridColumn> ItemColumns() {
-  constexpr auto k_right = host::Align::kRight;
-  return {{"Codigo", "Código", 15, true},
-          {"Descricao", "Descrição", 40, true},
-          {"Unidade", "Un.", 4, true},
-          {"Pedido", "Pedido", 12, true},
-          {"Cor", "Cor", 6, true},
-          {"Desc_Cor", "Desc. Cor", 30, true},
-          {"Qtde", "Qtde", 12, true, false, k_right},
-          {"Qtde_B", "Baixada", 12, true, false, k_right},
-          {"Baixada", "Encerrado", 10, false, true, host::Align::kCenter},
-          {"KgRolo", "Kg Rolo", 10, true, false, k_right},
-          {"Qtde_Rolo", "Rolos", 8, true, false, k_right},
-          {"Qtde_Rolo_B", "Rolos Baixados", 8, true, false, k_right},
-          {"Tara", "Tara", 8, true, false, k_right}};
+  return {Shown("Codigo", "Código", 15),
+          Shown("Descricao", "Descrição", 32),
+          Shown("Cor", "Cor", 6),
+          Shown("Desc_Cor", "Desc. Cor", 18),
+          Shown("Unidade", "Un.", 4),
+          Quantity("Qtde", "Qtde", 11),
+          Quantity("Qtde_B", "Qtde Baixada", 13),
+          {.field = "Baixada", .caption = "Encerrado", .width = 10, .check_box = true, .align = host::Align::kCenter},
+          Quantity("Qtde_Rolo", "Rolos", 7),
+          Quantity("Qtde_Rolo_B", "Rolos Baixados", 14),
+          Number("KgRolo", "Kg Rolo", 9),
+          Number("Tara", "Tara", 7),
+          Shown("Pedido", "Pedido", 12)};
 }
 
 std::vector<host::GridColumn> RollColumns() {
-  constexpr auto k_right = host::Align::kRight;
-  return {{"Ordem", "Ord.", 6, true, false, k_right},
-          {"Dt_Lan", "Data", 10, true},
-          {"Codigo", "Codigo", 15, true},
-          {"Descricao", "Descrição do Material", 40, true},
-          {"Cor", "Cor", 6, true},
-          {"Qtde", "Qtde", 12, true, false, k_right},
-          {"Qtde_R", "Qtde_Rolo", 10, true, false, k_right},
-          {"NF_Ret", "Nota Retorno", 12, true},
-          {"NF_Cob", "Nota Cobrança", 12, true},
-          {"Deposito", "Deposito", 8, true},
-          {"Turno", "Turno", 6, true},
-          {"Lote", "Lote", 15, true},
-          {"Local", "Local", 20, true},
-          {"Nome", "Responsável", 30, true},
-          {"Pedido", "Pedido", 12, true},
-          {"Maquina", "Máquina", 8, true},
-          {"Desc_Maquina", "Desc. Máquina", 30, true}};
+  return {Number("Ordem", "Ord.", 5),
+          Shown("Dt_Lan", "Data", 11),
+          Shown("Codigo", "Codigo", 15),
+          Shown("Descricao", "Descrição do Material", 32),
+          Shown("Cor", "Cor", 6),
+          Quantity("Qtde", "Qtde", 11),
+          Quantity("Qtde_R", "Qtde_Rolo", 10),
+          Shown("NF_Ret", "Nota Retorno", 13),
+          Shown("NF_Cob", "Nota Cobrança", 14),
+          Shown("Deposito", "Deposito", 9),
+          Shown("Turno", "Turno", 6),
+          Shown("Lote", "Lote", 15),
+          Shown("Local", "Local", 16),
+          Shown("Nome", "Responsável", 22),
+          Shown("Pedido", "Pedido", 12),
+          Shown("Maquina", "Máquina", 8),
+          Shown("Desc_Maquina", "Desc. Máquina", 22)};
 }
 
 }  // namespace
@@ -114,14 +129,6 @@ TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
       EdtFornecedor(*this, "EdtFornecedor", "Fornecedor", EditKind::kText, 6),
       LblFornecedor(*this, "LblFornecedor"),
       EdtData(*this, "EdtData", "Data Baixa", EditKind::kDate),
-      EdtCodigo(*this, "EdtCodigo", "Código", EditKind::kText, 15),
-      LblCodigo(*this, "LblCodigo"),
-      EdtCor(*this, "EdtCor", "Cor", EditKind::kText, 6),
-      CbBarra(*this, "CbBarra", "Código de Barras"),
-      EdtBarra(*this, "EdtBarra", "Código de Barras", EditKind::kText, 30),
-      EdtQtde(*this, "EdtQtde", "Quantidade", EditKind::kNumber, 0, " 0.000"),
-      EdtPecas(*this, "EdtPecas", "Peças", EditKind::kNumber, 0, "0"),
-      EdtTara(*this, "EdtTara", "Tara", EditKind::kNumber, 0, "0.00"),
       EdtDeposito(*this, "EdtDeposito", "Depósito Entrada", EditKind::kText, 6),
       LblDeposito(*this, "LblDeposito"),
       PqDeposito(*this, "PqDeposito", "DEPOSITO", "CODIGO"),
@@ -135,6 +142,14 @@ TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
       EdtMaquina(*this, "EdtMaquina", "Máquina", EditKind::kText, 6),
       LblMaquina(*this, "LblMaquina"),
       PqMaquina(*this, "PqMaquina", "MAQUINA", "MAQUINA"),
+      EdtCodigo(*this, "EdtCodigo", "Código", EditKind::kText, 15),
+      LblCodigo(*this, "LblCodigo"),
+      EdtCor(*this, "EdtCor", "Cor", EditKind::kText, 6),
+      CbBarra(*this, "CbBarra", "Código de Barras"),
+      EdtBarra(*this, "EdtBarra", "Código de Barras", EditKind::kText, 30),
+      EdtQtde(*this, "EdtQtde", "Quantidade", EditKind::kNumber, 0, " 0.000"),
+      EdtPecas(*this, "EdtPecas", "Peças", EditKind::kNumber, 0, "0"),
+      EdtTara(*this, "EdtTara", "Tara", EditKind::kNumber, 0, "0.00"),
       BtnConfirma(*this, "BtnConfirma", "Confirmar", [this] { BtnConfirmaClick(); }),
       BtnFechar(*this, "BtnFechar", "&Fechar", [this] { Close(); }),
       GrdItens(*this, "GrdItens", TbItens, ItemColumns()),
@@ -147,6 +162,9 @@ TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
   EdtBarra.SetVisible(false);
   GrdRolos.SetReadOnly(true);
   GrdItens.Popup = &PopItens;
+  EdtQtde.Popup = &PopQtde;
+  // The caption has no letter to press, and whoever stands at the scale wears gloves.
+  BtnConfirma.Shortcut = host::Key::kF8;
   LigaEventos();
   LigaPesquisas();
 }
@@ -176,6 +194,10 @@ void TfmMovBaiTec::LigaEventos() {
 }
 
 void TfmMovBaiTec::LigaPesquisas() {
+  EdtLote.Lookup = &PqLote;
+  EdtDeposito.Lookup = &PqDeposito;
+  EdtFunc.Lookup = &PqFunc;
+  EdtMaquina.Lookup = &PqMaquina;
   PqLote.OnFechaPesquisa = [this] {
     EdtLote.SetText(PqLote.RetornoPesquisa("NUMERO").AsText());
     BuscaDados(false);
@@ -198,6 +220,20 @@ void TfmMovBaiTec::FormCreate() {
   lot_scheme_ = host::Left(Servicos().BuscaParametro("MAL", 40), 1);
   EdtData.SetDate(GetHost().GetClock().Today());
 }
+
+bool TfmMovBaiTec::FormKeyDown(host::Key key) {
+  if (key != host::Key::kF6 || Site() == nullptr) return false;
+  if (Site()->Focused() == &GrdItens) {
+    EdtQtde.SetFocus();
+  } else {
+    GrdItens.SetFocus();
+  }
+  return true;
+}
+
+std::vector<host::KeyHint> TfmMovBaiTec::KeyHints() const { return {{host::Key::kF6, "Itens"}}; }
+
+bool TfmMovBaiTec::HasUnsavedWork() const { return Quantidade() > 0; }
 
 // --- loading -----------------------------------------------------------------------------------------------------
 

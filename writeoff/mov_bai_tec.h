@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/kit/screen.h"
 #include "writeoff/item_closing.h"
@@ -15,6 +16,11 @@ class TfmMovBaiTec : public host::Screen, public yarn::YarnWriteOffOpener {
   explicit TfmMovBaiTec(host::Host& host);
 
   void FormCreate() override;
+  /// F6 goes to the items and from there back to the quantity.
+  bool FormKeyDown(host::Key key) override;
+  std::vector<host::KeyHint> KeyHints() const override;
+  /// A quantity that was typed and not confirmed.
+  bool HasUnsavedWork() const override;
   bool Maximised() const override { return true; }
 
   /// Loads the order whose number is typed. `reload`, after a roll: item, tare, deposit and machine stay.
@@ -40,14 +46,6 @@ class TfmMovBaiTec : public host::Screen, public yarn::YarnWriteOffOpener {
   host::Edit EdtFornecedor;
   host::Label LblFornecedor;
   host::Edit EdtData;
-  host::Edit EdtCodigo;
-  host::Label LblCodigo;
-  host::Edit EdtCor;
-  host::CheckBox CbBarra;
-  host::Edit EdtBarra;
-  host::Edit EdtQtde;
-  host::Edit EdtPecas;
-  host::Edit EdtTara;
   host::Edit EdtDeposito;
   host::Label LblDeposito;
   host::TPesquisa PqDeposito;
@@ -61,6 +59,16 @@ class TfmMovBaiTec : public host::Screen, public yarn::YarnWriteOffOpener {
   host::Edit EdtMaquina;
   host::Label LblMaquina;
   host::TPesquisa PqMaquina;
+  // What is typed once for an order stands above, what every roll needs below: Enter goes from the tare to
+  // "Confirmar", and from there back to the quantity.
+  host::Edit EdtCodigo;
+  host::Label LblCodigo;
+  host::Edit EdtCor;
+  host::CheckBox CbBarra;
+  host::Edit EdtBarra;
+  host::Edit EdtQtde;
+  host::Edit EdtPecas;
+  host::Edit EdtTara;
   host::Button BtnConfirma;
   host::Button BtnFechar;
   host::Grid GrdItens;

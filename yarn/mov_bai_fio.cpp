@@ -1,6 +1,7 @@
 #include "yarn/mov_bai_fio.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/decimal.h"
 #include "host/errors.h"
@@ -44,6 +45,28 @@ std::vector<FieldDef> StockFields() {
           {"Custo_Imp", FieldType::kFloat, 0, "0.0000"}};
 }
 
+host::GridColumn Shown(std::string field, std::string caption, int width) {
+  return {.field = std::move(field), .caption = std::move(caption), .width = width, .read_only = true};
+}
+
+host::GridColumn Number(std::string field, std::string caption, int width) {
+  host::GridColumn column = Shown(std::move(field), std::move(caption), width);
+  column.align = host::Align::kRight;
+  return column;
+}
+
+host::GridColumn Quantity(std::string field, std::string caption, int width) {
+  host::GridColumn column = Number(std::move(field), std::move(caption), width);
+  column.total = true;
+  return column;
+}
+
+std::vector<host::GridColumn> ConsumptionColumns() {
+  host::GridColumn wanted = Quantity("Qtde", "Qtde.", 12);
+  wanted.read_only = false;
+  return {Shown("Codigo", "Código", 15), Shown("Descricao", "Descrição", 40), Shown("Cor", "Cor", 6), wanted};
+}
+
 double Rounded(const host::Dataset& rows, std::string_view field) { return host::RoundTo(rows[field].AsFloat(), 3); }
 
 }  // namespace
@@ -52,11 +75,7 @@ TFmMovBaiFio::TFmMovBaiFio(host::Host& host)
     : Screen(host, "TFmMovBaiFio", "fmMovBaiFio", "Selecione os consumos"),
       TbBaixa(*this, "TbBaixa", ConsumptionFields()),
       TbEst(*this, "TbEst", StockFields()),
-      GrdConsumos(*this, "GrdConsumos", TbBaixa,
-                  {{"Codigo", "Código", 15, true},
-                   {"Descricao", "Descrição", 40, true},
-                   {"Cor", "Cor", 6, true},
-                   {"Qtde", "Qtde.", 12, false, false, host::Align::kRight}}),
+      GrdConsumos(*this, "GrdConsumos", TbBaixa, ConsumptionColumns()),
       EdtDeposito(*this, "EdtDeposito", "Depósito", host::EditKind::kText, 6),
       LblDeposito(*this, "LblDeposito"),
       PqDeposito(*this, "PqDeposito", "DEPOSITO", "CODIGO"),
@@ -71,6 +90,7 @@ TFmMovBaiFio::TFmMovBaiFio(host::Host& host)
   GrdEstoque.SetReadOnly(true);
   GrdEstoque.OnEnter = [this] { BitBtn1.SetEnabled(!TbEst.IsEmpty()); };
   BitBtn1.SetEnabled(false);
+  BitBtn1.Shortcut = host::Key::kF8;
   CbTodos.OnClick = [this] { CbTodosClick(); };
 
   TbBaixa.BeforePost = [this] { TbBaixaBeforePost(); };
@@ -80,6 +100,8 @@ TFmMovBaiFio::TFmMovBaiFio(host::Host& host)
     if (!loading_) FiltraFio();
   };
 
+  EdtDeposito.Lookup = &PqDeposito;
+  EdtLote.Lookup = &PqLote;
   EdtDeposito.OnChange = [this] {
     const std::string code = host::Trim(EdtDeposito.Text());
     LblDeposito.SetText(
@@ -119,19 +141,18 @@ void TFmMovBaiFio::FormCreate() {
 }
 
 void TFmMovBaiFio::ColunasDoEstoque() {
-  constexpr auto k_right = host::Align::kRight;
-  std::vector<host::GridColumn> columns = {{"Codigo", "Código", 15, true},
-                                           {"Descricao", "Descrição", 40, true},
-                                           {"Cor", "Cor", 6, true},
-                                           {"Deposito", "Depósito", 8, true},
-                                           {"Lote", "Lote", 15, true},
-                                           {"Qtde", "Qtde", 12, true, false, k_right},
-                                           {"Qtde_B", "Qtde. B", 12, true, false, k_right},
-                                           {"Reservadas", "Reservadas", 12, true, false, k_right},
-                                           {"Preco", "Preço", 12, true, false, k_right},
-                                           {"DescDep", "Desc. Depósito", 30, true},
-                                           {"Local", "Local", 10, true}};
-  if (UsaFornecedorLote) columns.push_back({"Fornecedor", "Fornecedor", 40, true});
+  std::vector<host::GridColumn> columns = {Shown("Codigo", "Código", 15),
+                                           Shown("Descricao", "Descrição", 32),
+                                           Shown("Cor", "Cor", 6),
+                                           Shown("Deposito", "Depósito", 9),
+                                           Shown("Lote", "Lote", 15),
+                                           Quantity("Qtde", "Qtde", 11),
+                                           Quantity("Qtde_B", "Qtde. B", 11),
+                                           Quantity("Reservadas", "Reservadas", 11),
+                                           Number("Preco", "Preço", 10),
+                                           Shown("DescDep", "Desc. Depósito", 24),
+                                           Shown("Local", "Local", 10)};
+  if (UsaFornecedorLote) columns.push_back(Shown("Fornecedor", "Fornecedor", 32));
   GrdEstoque.SetColumns(columns);
 }
 
@@ -165,6 +186,24 @@ void TFmMovBaiFio::FiltraFio() {
 }
 
 void TFmMovBaiFio::CbTodosClick() { ConsultaFiosOF(); }
+
+bool TFmMovBaiFio::FormKeyDown(host::Key key) {
+  if (key != host::Key::kF6 || Site() == nullptr) return false;
+  if (Site()->Focused() == &GrdEstoque) {
+    GrdConsumos.SetFocus();
+  } else {
+    GrdEstoque.SetFocus();
+  }
+  return true;
+}
+
+std::vector<host::KeyHint> TFmMovBaiFio::KeyHints() const { return {{host::Key::kF6, "Consumos/Estoque"}}; }
+
+void TFmMovBaiFio::BitBtn1Click() {
+  Baixa();
+  // The button is disabled again; what is still wanted is seen next.
+  if (!CloseRequested()) GrdConsumos.SetFocus();
+}
 
 void TFmMovBaiFio::BitBtn2Click() {
   if (opener_ != nullptr) {

@@ -21,6 +21,9 @@ class TFmMovBaiFio : public host::Screen, public YarnWriteOff {
   explicit TFmMovBaiFio(host::Host& host);
 
   void FormCreate() override;
+  /// F6 goes to and fro between the consumptions and the stock.
+  bool FormKeyDown(host::Key key) override;
+  std::vector<host::KeyHint> KeyHints() const override;
 
   // --- YarnWriteOff ------------------------------------------------------------------------------------------
   void SetOpener(YarnWriteOffOpener* opener) override;
@@ -32,7 +35,7 @@ class TFmMovBaiFio : public host::Screen, public YarnWriteOff {
   void ConsultaEstoque();
   /// Shows only the lots of the current line, in the deposit and of the lot that were typed.
   void FiltraFio();
-  void BitBtn1Click() { Baixa(); }
+  void BitBtn1Click();
   void BitBtn2Click();
   void CbTodosClick();
   /// Writes all of roll `ordem`. Abort when it failed: undone and told.

@@ -4,6 +4,9 @@
 #include <string_view>
 
 #include "host/text.h"
+#include "ui_cad_composi.h"
+#include "ui_mov_bai_fio.h"
+#include "ui_mov_bai_tec.h"
 
 namespace app::desktop {
 namespace {
@@ -22,7 +25,9 @@ struct KnownForm {
 };
 
 constexpr KnownForm kForms[] = {
-    {"", nullptr},
+    {"TfmMovBaiTec", &Drawn<Ui::MovBaiTec>},
+    {"TFmMovBaiFio", &Drawn<Ui::MovBaiFio>},
+    {"TFmCadComposi", &Drawn<Ui::CadComposi>},
 };
 
 }  // namespace
