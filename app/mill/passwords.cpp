@@ -25,11 +25,6 @@ std::string Hash(std::string_view password) {
 
 }  // namespace
 
-std::string HashPassword(std::string_view password) {
-  if (password.empty()) throw host::InputError("A senha não pode ficar vazia.");
-  return Hash(password);
-}
-
 bool PasswordMatches(const std::string& hash, std::string_view password) {
   if (hash.empty()) {
     Hash(password);  // the work of a comparison, for its time alone
@@ -40,10 +35,11 @@ bool PasswordMatches(const std::string& hash, std::string_view password) {
 }
 
 void SetPassword(firebird::Database& database, std::string_view user, std::string_view password) {
-  const std::string hash = HashPassword(password);
+  if (password.empty()) throw host::InputError("A senha não pode ficar vazia.");
   const auto rows = database.Query("SELECT CODIGO FROM TEC_USUARIO WHERE CODIGO = ?", {user});
   if (rows->IsEmpty()) throw host::InputError("Usuário \"" + std::string(user) + "\" não cadastrado.");
-  database.Execute("UPDATE TEC_USUARIO SET SENHA = ? WHERE CODIGO = ?", {hash, user});
+  database.Execute("UPDATE TEC_USUARIO SET SENHA = ? WHERE CODIGO = ?", {Hash(password), user});
+  database.Execute("UPDATE TEC_TENTATIVA SET FALHAS = 0 WHERE QUEM = ?", {user});
   database.CommitRetaining();
 }
 

@@ -13,14 +13,14 @@ User FindUser(firebird::Database& database, std::string_view code) {
 }
 
 bool IsAdministrator(firebird::Database& database, std::string_view user) {
-  constexpr std::string_view sql = "SELECT 1 FROM TEC_USUARIO WHERE CODIGO = ? AND ADMINISTRADOR = 'S'";
+  constexpr std::string_view sql = "SELECT 1 FROM TEC_USUARIO WHERE CODIGO = ? AND ADMINISTRADOR = 'S' AND ATIVO <> 'N'";
   return !database.Query(sql, {user})->IsEmpty();
 }
 
 bool HasRight(firebird::Database& database, std::string_view user, std::string_view screen_class,
               std::string_view operation) {
   constexpr std::string_view sql = R"(SELECT FIRST 1 1 FROM TEC_USUARIO U
-WHERE U.CODIGO = ? AND (U.ADMINISTRADOR = 'S' OR EXISTS (
+WHERE U.CODIGO = ? AND U.ATIVO <> 'N' AND (U.ADMINISTRADOR = 'S' OR EXISTS (
   SELECT 1 FROM TEC_DIREITO D WHERE D.USUARIO = U.CODIGO AND D.TELA = ? AND D.OPERACAO = ?)))";
   return !database.Query(sql, {user, screen_class, operation})->IsEmpty();
 }

@@ -126,12 +126,10 @@ TEST(Schema, TheHostHasItsOwnTables) {
   EXPECT_EQ(own.Column("SELECT TRIM(RDB$RELATION_NAME) FROM RDB$RELATIONS WHERE RDB$RELATION_NAME STARTING 'TEC_' "
                        "ORDER BY 1"),
             (std::vector<std::string>{"TEC_CONTADOR", "TEC_DIREITO", "TEC_LOG", "TEC_MIGRACAO", "TEC_PARAMETRO",
-                                      "TEC_PERIODO", "TEC_USUARIO"}));
+                                      "TEC_PERIODO", "TEC_TENTATIVA", "TEC_USUARIO"}));
   EXPECT_EQ(
       own.Column("SELECT GRUPO || ' ' || NUMERO || ' ' || VALOR FROM TEC_PARAMETRO ORDER BY GRUPO, NUMERO"),
       (std::vector<std::string>{"COM 80 F", "MAL 40 3", "MAL 50 N", "MAL 60 N", "MAL 70 S", "MAL 90 S", "SIS 20 S"}));
-  EXPECT_EQ(own.Scalar("SELECT DESCRICAO FROM TEC_PARAMETRO WHERE GRUPO = 'MAL' AND NUMERO = 50").AsText(),
-            "Imprimir a etiqueta após a baixa de cada peça (S/N)");
   EXPECT_EQ(own.Column("SELECT CODIGO FROM TEC_USUARIO WHERE ADMINISTRADOR = 'S' AND ATIVO = 'S' AND SENHA IS NULL"),
             std::vector<std::string>{"ADMIN"});
 }

@@ -1,0 +1,90 @@
+#include "app/admin/list_screen.h"
+
+#include "host/restored.h"
+
+namespace app::admin {
+
+void ListScreen::Wire(const Parts& parts) {
+  parts_ = std::make_unique<Parts>(parts);
+  parts.list.AfterScroll = [this] {
+    if (!filling_ && !new_) Show();
+  };
+  parts.include.OnClick = [this] { BtnIncluirClick(); };
+  parts.save.OnClick = [this] { BtnGravarClick(); };
+  parts.remove.OnClick = [this] { BtnExcluirClick(); };
+  parts.cancel.OnClick = [this] { BtnCancelarClick(); };
+  parts.close.OnClick = [this] { Close(); };
+}
+
+void ListScreen::FormShow() { Reload(); }
+
+void ListScreen::BtnIncluirClick() {
+  NeedAdministrator();
+  new_ = true;
+  {
+    const host::Restored<bool> filling(filling_, true);
+    ShowNew();
+  }
+  AllowParts();
+}
+
+void ListScreen::BtnGravarClick() {
+  NeedAdministrator();
+  Save();
+  new_ = changed_ = false;
+  Reload();
+}
+
+void ListScreen::BtnExcluirClick() {
+  NeedAdministrator();
+  if (!Confirm("Deseja excluir " + TheRecord() + "?")) return;
+  Delete();
+  Reload();
+}
+
+void ListScreen::BtnCancelarClick() {
+  new_ = changed_ = false;
+  Reload();
+}
+
+void ListScreen::Changed() {
+  if (filling_ || changed_) return;
+  changed_ = true;
+  AllowParts();
+}
+
+void ListScreen::Reload() {
+  const std::unique_ptr<host::TTIQuery> rows = ReadList();
+  {
+    const host::Restored<bool> filling(filling_, true);
+    parts_->list.LoadFrom(*rows);
+    LocateRecord();
+  }
+  Show();
+}
+
+void ListScreen::Show() {
+  {
+    const host::Restored<bool> filling(filling_, true);
+    if (parts_->list.IsEmpty()) {
+      new_ = true;
+      ShowNew();
+    } else {
+      ShowRecord();
+    }
+  }
+  AllowParts();
+}
+
+void ListScreen::AllowParts() {
+  const bool busy = new_ || changed_;
+  parts_->grid.SetEnabled(!busy);
+  parts_->include.SetEnabled(!busy);
+  parts_->remove.SetEnabled(!busy);
+  parts_->save.SetEnabled(busy);
+  parts_->cancel.SetEnabled(busy);
+  parts_->hint.SetText(!busy ? "" : new_ ? "Registro novo: grave ou cancele." : "Alterado: grave ou cancele.");
+  AllowInputs();
+}
+
+}  // namespace app::admin
