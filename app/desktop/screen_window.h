@@ -1,6 +1,7 @@
 // One open screen: its form, with every widget bound to the component of the same name.
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
@@ -20,6 +21,8 @@ class ScreenWindow : public QWidget {
 
  public:
   ScreenWindow(Station& station, host::Screen& screen, QWidget* parent = nullptr);
+  /// The same with that form instead of the one that belongs to the screen's class.
+  ScreenWindow(Station& station, host::Screen& screen, std::unique_ptr<QWidget> form, QWidget* parent = nullptr);
   ~ScreenWindow() override;
 
   host::Screen& GetScreen() const { return screen_; }
@@ -28,20 +31,27 @@ class ScreenWindow : public QWidget {
   /// Lookups, datasets and pop-up menus have no widget.
   QStringList Mismatches() const;
   /// Gives the keyboard to the widget of the control that the desk has its focus on, when that control is on this
-  /// screen; to the first tab stop when the desk has none.
+  /// screen; otherwise the desk is asked to enter the control that had it here last, or the first tab stop. When
+  /// another screen's input refuses to be left the keyboard stays there. In the middle of an act it is done when the
+  /// act has ended.
   void TakeFocus();
   /// The keys that do something where the focus is, for the status bar: "F4 Pesquisa   F5 Captura Peso".
   QString KeysHere() const;
   /// The screen goes now, perhaps while a widget of this window is still in the middle of the click or key that made it
-  /// go: from here on nothing in this window refers to the screen or its components. The dead widgets are deleted later.
+  /// go: from here on nothing in this window refers to the screen or its components. The dead widgets are deleted
+  /// later.
   void LetGo();
 
  signals:
   /// The focus moved within the window: KeysHere has changed.
   void KeysChanged();
 
+ protected:
+  bool event(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+
  private:
-  Station& station_;
+  QPointer<Station> station_;
   host::Screen& screen_;
   std::unique_ptr<QWidget> form_;
   std::unique_ptr<ScreenBindings> bindings_;

@@ -113,6 +113,8 @@ class Desk : public ScreenSite {
   ActResult ChoosePage(PageControl& pages, std::string_view caption);
   /// Leaves the focused control (refused: no click), focuses the button, OnClick.
   ActResult Click(Button& button);
+  /// Opens the control's menu without picking: OnPopup, which sets what is visible. kRefused: it must not open.
+  ActResult OpenMenu(Control& control);
   /// Opens the menu that belongs to the control with the focus, or to any other of the screen, and picks the
   /// entry. ActError when it is not visible.
   ActResult PickMenu(Screen& screen, std::string_view caption);

@@ -228,6 +228,12 @@ ActResult Desk::Click(Button& button) {
   return Run(button.Owner().Caption(), [&] { Fire(button.OnClick); });
 }
 
+ActResult Desk::OpenMenu(Control& control) {
+  MustAllow(control);
+  if (control.Popup == nullptr) throw ActError(control.Name() + " não tem menu");
+  return Run(control.Owner().Caption(), [&control] { Fire(control.Popup->OnPopup); });
+}
+
 ActResult Desk::PickMenu(Screen& screen, std::string_view caption) {
   MustAllow(screen);
   PopupMenu* menu = nullptr;
