@@ -1,13 +1,11 @@
 // The windows' tests need an application around them.
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QStyleFactory>
+#include "app/desktop/desktop_application.h"
 
 int main(int count, char** values) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(count, values);
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  const app::desktop::DesktopApplication application(count, values);
   // A closed window must not end the program while the next test runs.
   QApplication::setQuitOnLastWindowClosed(false);
   testing::InitGoogleTest(&count, values);

@@ -1,0 +1,224 @@
+#include "desktop/support/boxes.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDateTime>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <utility>
+
+#include "desktop/support/keys.h"
+
+namespace test {
+namespace {
+
+constexpr int kLookEvery = 2;       // milliseconds
+constexpr qint64 kPatience = 5000;  // milliseconds that an answered box may take to go
+constexpr int kMostSteps = 50;      // of the keyboard within a box or menu
+
+QString Plain(QString text) { return text.remove(u'&'); }
+
+std::optional<host::Icon> IconOf(QMessageBox::Icon icon) {
+  switch (icon) {
+    case QMessageBox::Information:
+      return host::Icon::kInformation;
+    case QMessageBox::Warning:
+      return host::Icon::kExclamation;
+    case QMessageBox::Question:
+      return host::Icon::kQuestion;
+    case QMessageBox::Critical:
+      return host::Icon::kError;
+    case QMessageBox::NoIcon:
+      break;
+  }
+  return std::nullopt;
+}
+
+QString TextOf(const QWidget& box, const char* name) {
+  const auto* label = name != nullptr ? box.findChild<QLabel*>(QLatin1String(name)) : box.findChild<QLabel*>();
+  return label != nullptr ? label->text() : QString();
+}
+
+ShownBox Describe(const QWidget& box) {
+  ShownBox shown;
+  shown.name = box.objectName();
+  shown.title = box.windowTitle();
+  if (const auto* message = qobject_cast<const QMessageBox*>(&box)) {
+    shown.name = QStringLiteral("MessageBox");
+    shown.text = message->text();
+    shown.icon = IconOf(message->icon());
+  } else if (shown.name == QStringLiteral("ErrorBox")) {
+    shown.text = TextOf(box, "Sentence");
+    shown.icon = host::Icon::kError;
+  } else {
+    shown.text = TextOf(box, nullptr);
+  }
+  for (const QPushButton* button : box.findChildren<QPushButton*>()) {
+    if (button->isDefault()) shown.default_button = Plain(button->text());
+  }
+  return shown;
+}
+
+bool IsInput(const ShownBox& shown) {
+  return shown.name == QStringLiteral("InputBox") || shown.name == QStringLiteral("DateBox");
+}
+
+bool IsBox(const ShownBox& shown) {
+  return shown.name == QStringLiteral("MessageBox") || shown.name == QStringLiteral("ErrorBox");
+}
+
+std::string Say(const ShownBox& shown) {
+  return (shown.name + QStringLiteral(" \"") + shown.title + QStringLiteral("\": ") + shown.text).toStdString();
+}
+
+// By keys alone: Tab to the button, then Enter.
+void PressButton(const QWidget& box, const QString& caption) {
+  for (int step = 0; step < kMostSteps; ++step) {
+    const auto* button = qobject_cast<const QPushButton*>(box.focusWidget());
+    if (button != nullptr && Plain(button->text()) == caption) {
+      QTest::keyClick(&Keyboard(), Qt::Key_Return);
+      return;
+    }
+    QTest::keyClick(&Keyboard(), Qt::Key_Tab);
+  }
+  ADD_FAILURE() << "the box has no button \"" << caption.toStdString() << "\"";
+}
+
+}  // namespace
+
+Boxes::Boxes() {
+  // Looking may open an event loop of its own, in which a timer that is still at work would not tick.
+  connect(&timer_, &QTimer::timeout, this, [this] {
+    if (std::exchange(looking_, true)) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+          looking_ = false;
+          Look();
+        },
+        Qt::QueuedConnection);
+  });
+  timer_.start(kLookEvery);
+}
+
+Boxes::~Boxes() {
+  for (const Expected& expected : expected_) {
+    ADD_FAILURE() << "never shown: \"" << expected.part.toStdString() << "\"";
+  }
+}
+
+void Boxes::Expect(const QString& part, Reply reply) { expected_.push_back({Kind::kBox, part, reply}); }
+
+void Boxes::ExpectInput(const QString& part, const std::optional<QString>& text) {
+  expected_.push_back({Kind::kInput, part, Reply::kOk, text});
+}
+
+void Boxes::ExpectDialog(const QString& title_part, std::function<void(QWidget&)> act) {
+  expected_.push_back({Kind::kDialog, title_part, Reply::kOk, {}, std::move(act)});
+}
+
+void Boxes::ExpectMenu(const QString& entry) { expected_.push_back({Kind::kMenu, entry}); }
+
+std::vector<ShownBox> Boxes::Take() { return std::exchange(shown_, {}); }
+
+Boxes::Seen* Boxes::SeenBefore(const QWidget* box) {
+  std::erase_if(seen_, [](const Seen& seen) { return seen.box.isNull() && !seen.acting; });
+  for (Seen& seen : seen_) {
+    if (seen.box == box) return &seen;
+  }
+  return nullptr;
+}
+
+void Boxes::Look() {
+  LookAtMenu();
+  QWidget* const box = QApplication::activeModalWidget();
+  if (box == nullptr || !box->isVisible()) return;
+  const qint64 now = QDateTime::currentMSecsSinceEpoch();
+  if (Seen* seen = SeenBefore(box)) {
+    if (seen->acting || now - seen->since < kPatience) return;
+    ADD_FAILURE() << "does not go: " << Say(Describe(*box));
+    seen->since = now;
+    GiveUp(*box);
+    return;
+  }
+  seen_.push_back({box, false, now});
+  Meet(*box);
+}
+
+void Boxes::LookAtMenu() {
+  if (expected_.empty() || expected_.front().kind != Kind::kMenu) return;
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  if (menu == nullptr || !menu->isVisible()) return;
+  const QString entry = expected_.front().part;
+  expected_.pop_front();
+  for (int step = 0; step < kMostSteps; ++step) {
+    if (menu->activeAction() != nullptr && Plain(menu->activeAction()->text()) == entry) {
+      QTest::keyClick(menu, Qt::Key_Return);
+      return;
+    }
+    QTest::keyClick(menu, Qt::Key_Down);
+  }
+  ADD_FAILURE() << "the menu has no entry \"" << entry.toStdString() << "\"";
+  QTest::keyClick(menu, Qt::Key_Escape);
+}
+
+void Boxes::Meet(QWidget& box) {
+  const ShownBox shown = Describe(box);
+  shown_.push_back(shown);
+  const Kind kind = IsInput(shown) ? Kind::kInput : IsBox(shown) ? Kind::kBox : Kind::kDialog;
+  const QString& said = kind == Kind::kDialog ? shown.title : shown.text;
+  if (expected_.empty() || expected_.front().kind != kind || !said.contains(expected_.front().part)) {
+    ADD_FAILURE() << "not expected: " << Say(shown)
+                  << "\nexpected: " << (expected_.empty() ? "nothing" : expected_.front().part.toStdString());
+    GiveUp(box);
+    return;
+  }
+  const Expected expected = expected_.front();
+  expected_.pop_front();
+  Answer(box, expected);
+}
+
+void Boxes::Answer(QWidget& box, const Expected& expected) {
+  const QPointer<QWidget> still(&box);
+  if (expected.kind == Kind::kDialog) {
+    SeenBefore(&box)->acting = true;
+    expected.act(box);
+    if (Seen* seen = still.isNull() ? nullptr : SeenBefore(&box)) seen->acting = false;
+    if (still.isNull() || !still->isVisible()) return;
+    ADD_FAILURE() << "left open: " << Say(Describe(box));
+    GiveUp(box);
+  } else if (expected.kind == Kind::kInput) {
+    if (!expected.text) {
+      QTest::keyClick(&Keyboard(), Qt::Key_Escape);
+      return;
+    }
+    // What is proposed is selected: typing replaces it. Nothing to type empties it.
+    if (expected.text->isEmpty()) QTest::keyClick(&Keyboard(), Qt::Key_Delete);
+    TypeText(*expected.text);
+    QTest::keyClick(&Keyboard(), Qt::Key_Return);
+  } else if (expected.reply == Reply::kYes || expected.reply == Reply::kNo) {
+    PressButton(box, expected.reply == Reply::kYes ? QStringLiteral("Sim") : QStringLiteral("Não"));
+  } else {
+    QTest::keyClick(&Keyboard(), expected.reply == Reply::kOk ? Qt::Key_Return : Qt::Key_Escape);
+  }
+}
+
+// Esc where a box understands it; otherwise by force, so that the test ends.
+void Boxes::GiveUp(QWidget& box) {
+  const QPointer<QWidget> still(&box);
+  QTest::keyClick(&box, Qt::Key_Escape);
+  if (still.isNull() || !still->isVisible()) return;
+  if (auto* dialog = qobject_cast<QDialog*>(&box)) {
+    dialog->done(QDialog::Rejected);
+  } else {
+    box.close();
+  }
+}
+
+}  // namespace test
