@@ -275,8 +275,13 @@ std::string_view CaptionOf(std::string_view table, std::string_view column) {
   return found == nullptr ? std::string_view() : found->caption;
 }
 
-std::string TheOne(const RegisterDescription& description) {
-  return (description.feminine ? "a " : "o ") + std::string(description.noun);
+std::string RecordName(const RegisterDescription& description, std::string_view key, bool starts_sentence) {
+  const std::string article = description.feminine ? (starts_sentence ? "A " : "a ") : (starts_sentence ? "O " : "o ");
+  return article + std::string(description.noun) + " " + std::string(key);
+}
+
+std::string Agreeing(const RegisterDescription& description, std::string_view stem) {
+  return std::string(stem) + (description.feminine ? "a" : "o");
 }
 
 std::string LogSubject(const RegisterDescription& description) {

@@ -56,8 +56,10 @@ const RegisterDescription* FindRegister(std::string_view table);
 /// What a column of a register is called; empty when the table is no register or lacks the column.
 std::string_view CaptionOf(std::string_view table, std::string_view column);
 
-/// "o material", "a cor".
-std::string TheOne(const RegisterDescription& description);
+/// "o material M1", "a cor 01"; at the start of a sentence "O material M1".
+std::string RecordName(const RegisterDescription& description, std::string_view key, bool starts_sentence = false);
+/// A participle that agrees with the record: "excluído", "excluída" for "excluíd".
+std::string Agreeing(const RegisterDescription& description, std::string_view stem);
 
 /// What the register's log rows are filed under: "CADASTRO DE MATERIAIS".
 std::string LogSubject(const RegisterDescription& description);
