@@ -76,6 +76,34 @@ TEST_F(Typing, TabOnAnEmptyGridDoesNothing) {
   EXPECT_EQ(mill_.Messages(), Lines{});
 }
 
+TEST_F(Typing, EnterGoesOnLikeTab) {
+  ASSERT_EQ(mill_.Desk().SelectCell(TheGrid(), "Codigo"), ActResult::kDone);
+  ASSERT_EQ(mill_.Desk().TypeCell(TheGrid(), "F1"), ActResult::kDone);
+  ASSERT_EQ(mill_.Desk().PressKey(Screen(), host::Key::kEnter), ActResult::kDone);
+  EXPECT_EQ(Cell(1, "Descricao"), "Algodão penteado 30/1");
+  EXPECT_EQ(TheGrid().SelectedField(), "Milimetros");
+}
+
+TEST_F(Typing, TheGridTellsWhatAWindowShows) {
+  ASSERT_EQ(Load("M1"), ActResult::kDone);
+  std::vector<std::string> lookups;
+  std::vector<std::string> totals;
+  for (const host::GridColumn& column : TheGrid().Columns()) {
+    EXPECT_GT(column.width, 0) << column.field;
+    if (column.lookup) lookups.push_back(column.field);
+    if (column.total) totals.push_back(column.field);
+  }
+  EXPECT_EQ(lookups, (Lines{"Codigo", "Regra", "01", "02"}));
+  EXPECT_EQ(totals, Lines{"Perc"});
+  for (const host::Component* component : Screen().Components()) {
+    const auto* control = dynamic_cast<const host::Control*>(component);
+    if (control == nullptr || control == &Screen().PcComposi) continue;
+    const bool always = control == &Screen().btnGravar || control == &Screen().BtnFechar;
+    EXPECT_EQ(control->Pages(), always ? nullptr : &Screen().PcComposi) << control->Name();
+    EXPECT_TRUE(control->InSight()) << control->Name();
+  }
+}
+
 // --- client -------------------------------------------------------------------------------------------------------
 
 TEST_F(Typing, TheClientRestrictsBothMaterialLookups) {
@@ -270,10 +298,11 @@ TEST_F(Typing, TheColourLookupOffersTheYarnsColours) {
   EXPECT_EQ(Cell(1, "01"), "BCO");
   const auto sent = mill_.TakeStatements("SELECT COR, DESCRICAO FROM (");
   ASSERT_FALSE(sent.empty());
-  EXPECT_NE(sent.back().find("FROM (SELECT COR, DESCRICAO FROM ( SELECT CADCOR.COR, CADCOR.DESCRICAO FROM MAT_ITEN MAT_ITEN "
-                         "LEFT JOIN CADCOR CADCOR ON (MAT_ITEN.COR = CADCOR.COR) WHERE MAT_ITEN.CODIGO = 'F1' "
-                         "GROUP BY CADCOR.COR, CADCOR.DESCRICAO ) AS MAT_ITEN WHERE 1 = 1"),
-            std::string::npos)
+  EXPECT_NE(
+      sent.back().find("FROM (SELECT COR, DESCRICAO FROM ( SELECT CADCOR.COR, CADCOR.DESCRICAO FROM MAT_ITEN MAT_ITEN "
+                       "LEFT JOIN CADCOR CADCOR ON (MAT_ITEN.COR = CADCOR.COR) WHERE MAT_ITEN.CODIGO = 'F1' "
+                       "GROUP BY CADCOR.COR, CADCOR.DESCRICAO ) AS MAT_ITEN WHERE 1 = 1"),
+      std::string::npos)
       << sent.back();
 }
 
@@ -290,8 +319,8 @@ TEST_F(Typing, LocalizarCorSelectsTheColumn) {
   const auto sent = mill_.TakeStatements("SELECT * FROM(");
   ASSERT_FALSE(sent.empty());
   EXPECT_NE(sent.back().find("FROM (SELECT * FROM( SELECT DISTINCT CADCOR.COR , CADCOR.DESCRICAO FROM COMP_MATERIAL "
-                         "COMP_MATERIAL INNER JOIN CADCOR CADCOR ON (COMP_MATERIAL.COR = CADCOR.COR) "
-                         "WHERE COMP_MATERIAL.MATERIAL = 'M1' ) AS COMP_MATERIAL WHERE 1=1"),
+                             "COMP_MATERIAL INNER JOIN CADCOR CADCOR ON (COMP_MATERIAL.COR = CADCOR.COR) "
+                             "WHERE COMP_MATERIAL.MATERIAL = 'M1' ) AS COMP_MATERIAL WHERE 1=1"),
             std::string::npos)
       << sent.back();
 }
