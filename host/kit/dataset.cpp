@@ -57,10 +57,12 @@ void Dataset::CreateFields(std::vector<FieldDef> fields) {
     fields_.push_back(std::make_unique<Field>(*this, fields_.size(), std::move(def)));
   }
   state_ = DatasetState::kBrowse;
+  ++changes_;
   NotifyView();
 }
 
 void Dataset::Close() {
+  ++changes_;
   rows_.clear();
   visible_.clear();
   edited_.clear();
@@ -221,6 +223,7 @@ const Value& Dataset::CurrentValue(std::size_t field) const {
 
 Value& Dataset::EditedValue(std::size_t field) {
   if (!InEdit()) throw std::logic_error(Name() + " is not in edit");
+  ++changes_;
   return edited_[field];
 }
 
@@ -247,6 +250,7 @@ std::size_t Dataset::PlaceOf(std::size_t row_index) const {
 }
 
 void Dataset::Rebuild(std::size_t keep_id) {
+  ++changes_;
   visible_.clear();
   for (std::size_t at = 0; at < rows_.size(); ++at) {
     if (Passes(rows_[at])) visible_.push_back(at);

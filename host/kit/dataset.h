@@ -133,6 +133,8 @@ class Dataset : public Component {
   std::size_t IdAt(std::size_t rec_no) const;
   /// Moves to a visible row by its identity; false, and nothing happens, when it is not visible.
   bool GoToId(std::size_t id);
+  /// Grows whenever rows, values, fields, filter or order changed; moving the cursor leaves it alone.
+  std::size_t Changes() const { return changes_; }
 
   // --- editing -----------------------------------------------------------------------------------------------
   DatasetState State() const { return state_; }
@@ -213,6 +215,7 @@ class Dataset : public Component {
   std::vector<Value> edited_;  // the row buffer in edit and insert state
   std::size_t edited_id_ = 0;  // identity of the row in edit or insert state
   std::size_t told_id_ = 0;    // the row that AfterScroll was fired for last
+  std::size_t changes_ = 0;
   bool posting_ = false;
 };
 

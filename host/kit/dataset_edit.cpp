@@ -71,6 +71,7 @@ void Dataset::Append() {
   state_ = DatasetState::kInsert;
   edited_.assign(fields_.size(), Value());
   edited_id_ = next_id_++;
+  ++changes_;
   bof_ = eof_ = false;
   Fire(AfterInsert);
   TellArrival();
@@ -109,6 +110,7 @@ void Dataset::Post() {
 }
 
 void Dataset::StoreEdited() {
+  ++changes_;
   std::size_t row = RowIndex(edited_id_);
   if (row == rows_.size()) {
     rows_.push_back({edited_id_, std::move(edited_)});
@@ -133,6 +135,7 @@ void Dataset::StoreEdited() {
 
 void Dataset::Cancel() {
   if (!InEdit()) return;
+  ++changes_;
   state_ = DatasetState::kBrowse;
   edited_.clear();
   bof_ = eof_ = visible_.empty();
@@ -150,6 +153,7 @@ void Dataset::Delete() {
   if (state_ == DatasetState::kEdit) state_ = DatasetState::kBrowse;
   edited_.clear();
   if (visible_.empty()) return;
+  ++changes_;
   const std::size_t row = visible_[position_];
   rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(row));
   visible_.erase(visible_.begin() + static_cast<std::ptrdiff_t>(position_));
@@ -161,6 +165,7 @@ void Dataset::Delete() {
 }
 
 void Dataset::Empty() {
+  ++changes_;
   rows_.clear();
   visible_.clear();
   edited_.clear();

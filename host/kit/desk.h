@@ -139,6 +139,11 @@ class Desk : public ScreenSite {
   ActResult CancelRow(Grid& grid);
   ActResult DblClick(Grid& grid);
   ActResult ClickRow(Grid& grid, std::size_t rec_no);
+  /// The same on a cell: the cell that the person was in is left once, wherever the click went.
+  ActResult ClickCell(Grid& grid, std::size_t rec_no, std::string_view field);
+  /// Ticks the selected check-box cell or takes the tick away, and leaves the cell without going elsewhere. The row is
+  /// posted, unless it is a new one that the person is still filling in.
+  ActResult TickCell(Grid& grid, bool ticked);
 
   // --- ScreenSite --------------------------------------------------------------------------------------------
   void RequestFocus(Control& control) override;
@@ -184,6 +189,7 @@ class Desk : public ScreenSite {
   void LeaveCell(Grid& grid, Key key);
   void LeaveRow(Grid& grid);
   void NextCell(Grid& grid, Key key);
+  void UpRow(Grid& grid);
   void DownRow(Grid& grid);
   ActResult LeaveReadOnly(Grid& grid, Key key);
   ActResult FocusGrid(Grid& grid);

@@ -194,9 +194,7 @@ ActResult Desk::GridKey(Grid& grid, Key key) {
         NextCell(grid, key);
         break;
       case Key::kUp:
-        LeaveCell(grid, key);
-        dataset.Prior();
-        EnterCell(grid);
+        UpRow(grid);
         break;
       case Key::kDown:
         DownRow(grid);
@@ -222,6 +220,16 @@ ActResult Desk::LeaveReadOnly(Grid& grid, Key key) {
   const ActResult acted = Run(grid.Owner().Caption(), [&] { Fire(grid.OnKeyDown, key); });
   if (acted != ActResult::kDone || !IsOpen(screen) || focused_ != &grid) return acted;
   return MoveFocus(grid.Owner(), false);
+}
+
+void Desk::UpRow(Grid& grid) {
+  Dataset& dataset = grid.GetDataset();
+  LeaveCell(grid, Key::kUp);
+  const std::size_t row = dataset.CurrentId();
+  dataset.Post();
+  // A new row that gave itself up has already brought the cursor to the one above it.
+  if (dataset.CurrentId() == row) dataset.Prior();
+  EnterCell(grid);
 }
 
 void Desk::DownRow(Grid& grid) {
@@ -343,6 +351,43 @@ ActResult Desk::ClickRow(Grid& grid, std::size_t rec_no) {
   const ActResult selected = SelectRow(grid, rec_no);
   if (selected != ActResult::kDone) return selected;
   return Run(grid.Owner().Caption(), [&] { Fire(grid.OnClick); });
+}
+
+ActResult Desk::ClickCell(Grid& grid, std::size_t rec_no, std::string_view field) {
+  const int column = grid.ColumnOf(field);
+  MustAllowGrid(grid, column, false);
+  Dataset& dataset = grid.GetDataset();
+  const bool inserted = dataset.State() == DatasetState::kInsert && rec_no == dataset.RecNo();
+  const std::size_t wanted = dataset.IdAt(rec_no);
+  if (wanted == 0 && !inserted) throw ActError(grid.Name() + " não tem a linha " + std::to_string(rec_no));
+  const bool inside = focused_ == &grid;
+  const ActResult focused = FocusGrid(grid);
+  if (focused != ActResult::kDone) return focused;
+  const bool same_row = inserted || wanted == dataset.CurrentId();
+  const Screen* screen = &grid.Owner();
+  const ActResult moved = Run(grid.Owner().Caption(), [&] {
+    if (same_row && column == grid.SelectedColumn()) return;
+    if (inside) LeaveCell(grid, Key::kNone);
+    if (!same_row) {
+      dataset.Post();
+      dataset.GoToId(wanted);
+    }
+    grid.SelectColumn(column);
+    EnterCell(grid);
+  });
+  if (moved != ActResult::kDone || !IsOpen(screen)) return moved;
+  return Run(grid.Owner().Caption(), [&] { Fire(grid.OnClick); });
+}
+
+ActResult Desk::TickCell(Grid& grid, bool ticked) {
+  const Screen* screen = &grid.Owner();
+  const ActResult typed = TypeCell(grid, ticked ? "S" : "N");
+  if (typed != ActResult::kDone || !IsOpen(screen)) return typed;
+  return Run(grid.Owner().Caption(), [&] {
+    LeaveCell(grid, Key::kNone);
+    if (grid.GetDataset().State() != DatasetState::kInsert) grid.GetDataset().Post();
+    EnterCell(grid);
+  });
 }
 
 }  // namespace host
