@@ -183,8 +183,10 @@ void TfmMovBaiTec::LigaEventos() {
     if (!loading_) TbItensBaixadaChange();
   };
   // Items come and go in the order, not here.
-  TbItens.BeforePost = [this] {
-    if (TbItens["Codigo"].AsText().empty()) TbItens.Cancel();
+  TbItens.AfterInsert = [this] {
+    if (loading_) return;
+    TbItens.Cancel();
+    throw host::Abort();
   };
   TbItens.BeforeDelete = [] { throw host::Abort(); };
   GrdItens.OnClick = [this] { MostraItem(); };

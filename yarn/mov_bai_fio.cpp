@@ -95,6 +95,11 @@ TFmMovBaiFio::TFmMovBaiFio(host::Host& host)
 
   TbBaixa.BeforePost = [this] { TbBaixaBeforePost(); };
   // What a roll consumes is computed; the operator may change quantities only.
+  TbBaixa.AfterInsert = [this] {
+    if (loading_) return;
+    TbBaixa.Cancel();
+    throw host::Abort();
+  };
   TbBaixa.BeforeDelete = [] { throw host::Abort(); };
   TbBaixa.AfterScroll = [this] {
     if (!loading_) FiltraFio();
@@ -214,10 +219,6 @@ void TFmMovBaiFio::BitBtn2Click() {
 }
 
 void TFmMovBaiFio::TbBaixaBeforePost() {
-  if (TbBaixa["Codigo"].AsText().empty()) {
-    TbBaixa.Cancel();
-    return;
-  }
   const double quantity = TbBaixa["Qtde"].AsFloat();
   const double original = TbBaixa["Qt_Orig"].AsFloat();
   if (original == quantity || !(original > 0)) return;
