@@ -10,11 +10,15 @@ TfmCadLoteTec::TfmCadLoteTec(host::Host& host)
       funcoes_(host.GetFuncoes()),
       database_(host.GetTabela().IBDatabase()),
       store_(host),
+      watch_(host, store_),
+      search_(host),
       fabrics_(host),
       explosion_(host, TbFios),
       stock_(host, TbFios, TbEstoque),
       reservation_(*this, TbFios, TbEstoque) {
+  PlaceOnPages();
   WireInputs();
+  WireSearch();
   WireDatasets();
   TbFios.SetIndex("Codigo;Cor");
   GrdFios.SetReadOnly(true);
@@ -34,6 +38,8 @@ void TfmCadLoteTec::FormCreate() {
     throw;
   }
   EdtData.SetDate(GetHost().GetClock().Today());
+  ProposePeriod();
+  saved_work_ = WorkOnScreen();
   PageControl1.SetActivePage(1);
 }
 
@@ -51,6 +57,30 @@ bool TfmCadLoteTec::FormKeyDown(host::Key key) {
   if (input == nullptr || input->Kind() == host::EditKind::kMemo) return false;
   funcoes_.pSetFocus(*this, false);
   return true;
+}
+
+std::vector<host::KeyHint> TfmCadLoteTec::KeyHints() const {
+  const host::Control* focused = Site() == nullptr ? nullptr : Site()->Focused();
+  if (focused == &DBGrid1) return {{host::Key::kEnter, "Abre a ordem"}};
+  if (focused == &DBGrid6) return {{host::Key::kDelete, "Exclui o item"}};
+  return {};
+}
+
+void TfmCadLoteTec::PlaceOnPages() {
+  PageControl1.Place(
+      0, {&LblAPeriodo, &EdtADe,      &EdtAAte,      &EdtAMalharia, &LblAMalharia, &EdtAPrazo,     &LblAPrazo,
+          &EdtAMaquina, &LblAMaquina, &EdtAMaterial, &LblAMaterial, &EdtAFicha,    &EdtAFluxo,     &LblAFluxo,
+          &EdtACor,     &LblACor,     &EdtAPedido,   &RgASituacao,  &EdtAObs,      &BtnAConsultar, &DBGrid1});
+  PageControl1.Place(1, {&EdtNumero,    &EdtMalharia, &LblMalharia, &EdtData,      &EdtFicha,    &EdtPrazo,
+                         &LblPrazo,     &EdtMaquina,  &LblMaquina,  &EdtPonto,     &EdtFluxo,    &LblFluxo,
+                         &EdtRPM,       &EdtDeposito, &LblDeposito, &PageControl2, &GrdFios,     &EdtFilDeposito,
+                         &EdtFilLote,   &EdtFilLocal, &GrdEstoque,  &BtnIncluir,   &BtnGravar,   &BtnExcluir,
+                         &BtnConsultar, &BtnDuplicar, &BtnFechar,   &SpeedButton1, &SpeedButton4});
+  PageControl2.Place(0, {&DBGrid6});
+  PageControl2.Place(1, {&EdtObs});
+  BtnIncluir.Shortcut = host::Key::kF2;
+  BtnConsultar.Shortcut = host::Key::kF3;
+  BtnAConsultar.Shortcut = host::Key::kF5;
 }
 
 void TfmCadLoteTec::WireDatasets() {

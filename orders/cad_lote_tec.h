@@ -13,7 +13,9 @@
 #include "host/kit/screen.h"
 #include "orders/fabric_rules.h"
 #include "orders/fields.h"
+#include "orders/order_search.h"
 #include "orders/order_store.h"
+#include "orders/order_watch.h"
 #include "orders/yarn_explosion.h"
 #include "orders/yarn_reservation.h"
 #include "orders/yarn_stock.h"
@@ -29,16 +31,31 @@ class TfmCadLoteTec : public host::Screen {
   void FormCreate() override;
   void FormClose() override;
   bool FormKeyDown(host::Key key) override;
+  /// Header, items, remarks or reservations differ from what was loaded, or from the empty screen.
+  bool HasUnsavedWork() const override;
+  std::vector<host::KeyHint> KeyHints() const override;
+
+  // --- the search: cad_lote_tec_search.cpp ----------------------------------------------------------------------
+  /// Lists the orders that the filters ask for, one row per order and fabric.
+  void BtnAConsultarClick();
+  /// These three put the number of a row of the list into the number input and the person there; leaving it loads the
+  /// order. Without a list nothing happens.
+  void DBGrid1DblClick();
+  void SpeedButton1Click();  // the row before
+  void SpeedButton4Click();  // the row after
 
   // --- the record: cad_lote_tec_record.cpp ----------------------------------------------------------------------
   /// Loads the order whose number stands in the number input, with its yarns and their stock; the caller holds the
   /// order. When that fails the screen is empty but for the number.
   void BuscaDados();
   void BtnIncluirClick();
+  /// Stores the order on the screen, and the reservations with it. Where somebody else changed it since it came on the
+  /// screen (or stored a new one under its number), nothing is written and the person may load it again.
   void BtnGravarClick();
   /// Replaces the stored order by the one on the screen and makes it durable; an order in state "B" is refused with a
   /// message and left as it is.
   void GravaDados();
+  /// Deletes the order on the screen; one that somebody else changed since is not, as with a save.
   void BtnExcluirClick();
   /// Copies what is on the screen, saved or not, under a new number.
   void BitBtn5Click();
@@ -90,6 +107,29 @@ class TfmCadLoteTec : public host::Screen {
 
   // --- components, in tab order -----------------------------------------------------------------------------------
   host::PageControl PageControl1{*this, "PageControl1", {"Acesso", "Manutenção"}};
+  host::Label LblAPeriodo{*this, "LblAPeriodo", "Período"};
+  host::Edit EdtADe{*this, "EdtADe", "De", host::EditKind::kDate};
+  host::Edit EdtAAte{*this, "EdtAAte", "Até", host::EditKind::kDate};
+  host::Edit EdtAMalharia{*this, "EdtAMalharia", "Malharia", host::EditKind::kText, 6};
+  host::Label LblAMalharia{*this, "LblAMalharia"};
+  host::Edit EdtAPrazo{*this, "EdtAPrazo", "Prazo Entrega", host::EditKind::kText, 6};
+  host::Label LblAPrazo{*this, "LblAPrazo"};
+  host::Edit EdtAMaquina{*this, "EdtAMaquina", "Máquina", host::EditKind::kText, 6};
+  host::Label LblAMaquina{*this, "LblAMaquina"};
+  host::Edit EdtAMaterial{*this, "EdtAMaterial", "Material", host::EditKind::kText, 15};
+  host::Label LblAMaterial{*this, "LblAMaterial"};
+  host::Edit EdtAFicha{*this, "EdtAFicha", "Ficha", host::EditKind::kText, 20};
+  host::Edit EdtAFluxo{*this, "EdtAFluxo", "Fluxo", host::EditKind::kText, 6};
+  host::Label LblAFluxo{*this, "LblAFluxo"};
+  host::Edit EdtACor{*this, "EdtACor", "Cor", host::EditKind::kText, 6};
+  host::Label LblACor{*this, "LblACor"};
+  host::Edit EdtAPedido{*this, "EdtAPedido", "Pedido", host::EditKind::kText, 12};
+  host::RadioGroup RgASituacao{*this, "RgASituacao", "Situação", {"Todas", "Pendentes", "Baixadas"}};
+  host::Edit EdtAObs{*this, "EdtAObs", "Observação", host::EditKind::kText, 100};
+  host::Button BtnAConsultar{*this, "BtnAConsultar", "Consultar", [this] { BtnAConsultarClick(); }};
+  host::Dataset TbAcesso{*this, "TbAcesso", SearchFields()};
+  host::Grid DBGrid1{*this, "DBGrid1", TbAcesso, SearchColumns()};
+
   host::Edit EdtNumero{*this, "EdtNumero", "Número", host::EditKind::kText, 6};
   host::Edit EdtMalharia{*this, "EdtMalharia", "Malharia", host::EditKind::kText, 6};
   host::Label LblMalharia{*this, "LblMalharia"};
@@ -126,7 +166,16 @@ class TfmCadLoteTec : public host::Screen {
   host::Button BtnConsultar{*this, "BtnConsultar", "Consultar", [this] { BtnConsultarClick(); }};
   host::Button BtnDuplicar{*this, "BtnDuplicar", "&Duplicar", [this] { BitBtn5Click(); }};
   host::Button BtnFechar{*this, "BtnFechar", "&Fechar", [this] { BtnFecharClick(); }};
+  // Last, so that Enter in the number goes on to the mill.
+  host::Button SpeedButton1{*this, "SpeedButton1", "Ordem anterior da consulta", [this] { SpeedButton1Click(); }};
+  host::Button SpeedButton4{*this, "SpeedButton4", "Próxima ordem da consulta", [this] { SpeedButton4Click(); }};
 
+  host::TPesquisa PqAMalharia{*this, "PqAMalharia", "ENTIDADE", "CODCLI"};
+  host::TPesquisa PqAPrazo{*this, "PqAPrazo", "TABPRZ", "PRAZO"};
+  host::TPesquisa PqAMaquina{*this, "PqAMaquina", "MAQUINA", "MAQUINA"};
+  host::TPesquisa PqAMaterial{*this, "PqAMaterial", "MATERIAL", "CODIGO"};
+  host::TPesquisa PqAFluxo{*this, "PqAFluxo", "FLUXOTIN", "CODIGO"};
+  host::TPesquisa PqACor{*this, "PqACor", "CADCOR", "COR"};
   host::TPesquisa PqNumero{*this, "PqNumero", "TECEL", "NUMERO"};
   host::TPesquisa PqMalharia{*this, "PqMalharia", "ENTIDADE", "CODCLI"};
   host::TPesquisa PqPrazo{*this, "PqPrazo", "TABPRZ", "PRAZO"};
@@ -150,8 +199,12 @@ class TfmCadLoteTec : public host::Screen {
     int& depth_;
   };
 
+  void PlaceOnPages();
   void WireInputs();
+  void WireSearch();
   void WireDatasets();
+  void ProposePeriod();
+  void TakeNumberOfList();
   void Serve(host::Edit& input, host::TPesquisa& lookup);
   void ShowDescription(const host::Edit& code, host::Label& label, std::string_view table, std::string_view key,
                        std::string_view column);
@@ -160,6 +213,13 @@ class TfmCadLoteTec : public host::Screen {
   void RequireRight(std::string_view operation) const;
   void RequireNumber();
   void StartOrder();
+  /// The order of the number input, or an empty screen under that number when it is not stored.
+  void ShowStored();
+  /// Ends the action unless the order is stored as it came on the screen; the person may look at it anew. `outcome` is
+  /// the sentence that says what was not done. The caller holds the order.
+  void RequireUnchanged(std::string_view outcome);
+  /// What a save would write, number excepted, in a form that can be compared.
+  std::string WorkOnScreen() const;
   void ShowHeader(const host::TTIQuery& order);
   void ShowItems(host::TTIQuery& order);
   void AppendItem(const host::TTIQuery& order);
@@ -179,11 +239,14 @@ class TfmCadLoteTec : public host::Screen {
   host::Funcoes& funcoes_;
   host::Database& database_;
   OrderStore store_;
+  OrderWatch watch_;
+  OrderSearch search_;
   FabricRules fabrics_;
   YarnExplosion explosion_;
   YarnStock stock_;
   YarnReservation reservation_;
   std::vector<std::string> open_tables_;
+  std::string saved_work_;  // WorkOnScreen when nothing was typed yet
   int quiet_ = 0;
 };
 

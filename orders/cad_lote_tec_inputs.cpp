@@ -1,26 +1,9 @@
 // The inputs of the order screen: what happens while a code is typed, when an input is left, and in its lookup.
 #include "host/errors.h"
+#include "orders/busy.h"
 #include "orders/cad_lote_tec.h"
 
 namespace orders {
-namespace {
-
-/// Shows the busy indicator for as long as it lives.
-class Busy {
- public:
-  explicit Busy(const host::Screen& screen) : screen_(screen) {
-    screen_.GetHost().GetFuncoes().Ocupado(true, screen_, "Aguarde...");
-  }
-  ~Busy() { screen_.GetHost().GetFuncoes().Ocupado(false, screen_, ""); }
-  Busy(const Busy&) = delete;
-  Busy& operator=(const Busy&) = delete;
-
- private:
-  const host::Screen& screen_;
-};
-
-}  // namespace
-
 void TfmCadLoteTec::WireInputs() {
   EdtNumero.OnExit = [this] { EdtNumeroExit(); };
   EdtMalharia.OnExit = [this] { EdtMalhariaExit(); };
@@ -63,9 +46,7 @@ void TfmCadLoteTec::WireInputs() {
 }
 
 void TfmCadLoteTec::Serve(host::Edit& input, host::TPesquisa& lookup) {
-  input.OnKeyDown = [&lookup](host::Key key) {
-    if (key == host::Key::kF4) lookup.Open();
-  };
+  input.Lookup = &lookup;
   lookup.OnFechaPesquisa = [&input, &lookup] { input.SetText(lookup.RetornoPesquisa(lookup.KeyColumn()).AsText()); };
 }
 
@@ -86,8 +67,12 @@ void TfmCadLoteTec::EdtNumeroExit() {
     StartOrder();
     return;
   }
-  // Another station's save deletes the order and inserts it anew. Read just then without a hold on it, the order may
-  // not be found and be taken for a new one, or come without some of its items.
+  ShowStored();
+}
+
+// Another station's save deletes the order and inserts it anew. Read just then without a hold on it, the order may not
+// be found and be taken for a new one, or come without some of its items.
+void TfmCadLoteTec::ShowStored() {
   database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
   if (store_.Exists(EdtNumero.Text())) {
     BuscaDados();
@@ -101,6 +86,7 @@ void TfmCadLoteTec::EdtNumeroExit() {
     EdtNumero.Clear();
     throw;
   }
+  watch_.New(EdtNumero.Text());
 }
 
 void TfmCadLoteTec::EdtMalhariaExit() {

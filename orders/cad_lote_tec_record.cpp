@@ -37,10 +37,12 @@ void TfmCadLoteTec::RequireNumber() {
 void TfmCadLoteTec::BuscaDados() {
   try {
     const auto order = store_.Load(EdtNumero.Text());
+    watch_.Shown(EdtNumero.Text(), *order);
     DBGrid6.SetEnabled(order->FieldByName("SITUACAO").AsText() != "B");
     ShowHeader(*order);
     ShowItems(*order);
     BuscaEstoqueFio();
+    saved_work_ = WorkOnScreen();
   } catch (...) {
     LimpaTela();
     throw;
@@ -111,6 +113,8 @@ void TfmCadLoteTec::StartOrder() {
   DBGrid6.SetEnabled(true);
   EdtNumero.SetText(number);
   EdtData.SetDate(GetHost().GetClock().Today());
+  watch_.New(number);
+  saved_work_ = WorkOnScreen();
 }
 
 void TfmCadLoteTec::BtnIncluirClick() {
@@ -130,6 +134,8 @@ void TfmCadLoteTec::LimpaTela() {
     description->SetText("");
   }
   FiltraEstoqueFios();
+  watch_.Nothing();
+  saved_work_ = WorkOnScreen();
 }
 
 // --- save ----------------------------------------------------------------------------------------------------------
@@ -142,6 +148,7 @@ void TfmCadLoteTec::BtnGravarClick() {
   TbItens.Post();
   TbEstoque.Post();
   database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
+  RequireUnchanged("Nada foi gravado.");
   CheckItems(MillChanged());
   KeepWrittenOffItems();
   StoreReservationsAndOrder();
@@ -273,12 +280,14 @@ void TfmCadLoteTec::BtnExcluirClick() {
   database_.LockRow("TECEL", "NUMERO", number);
   // The screen may be older than the last roll, which would be left without its order.
   if (!store_.WrittenOffItems(number).empty()) Refuse(kWrittenOff);
+  RequireUnchanged("Nada foi excluído.");
   store_.DeleteHeaderAndItems(number);
   store_.DeleteReservationsAndPlanning(number);
   funcoes_.GeraLog(kLogSubject, "EXCLUSAO DA ORDEM NR. " + number, host::LogOperation::kDeletion, number, nullptr);
   database_.MakeDurable();
   LimpaTela();
   DBGrid6.SetEnabled(true);
+  watch_.New(number);
 }
 
 void TfmCadLoteTec::BitBtn5Click() {

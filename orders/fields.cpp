@@ -8,52 +8,90 @@ using host::FieldDef;
 using host::GridColumn;
 using enum host::FieldType;
 
-GridColumn Shown(const char* field, const char* caption = "") {
-  return {.field = field, .caption = caption, .read_only = true};
+constexpr const char* kQuantity = "0.000";
+
+GridColumn Shown(const char* field, const char* caption, int width) {
+  return {.field = field, .caption = caption, .width = width, .read_only = true};
 }
 
-GridColumn ShownNumber(const char* field, const char* caption = "") {
-  return {.field = field, .caption = caption, .read_only = true, .align = Align::kRight};
+GridColumn ShownNumber(const char* field, const char* caption, int width) {
+  return {.field = field, .caption = caption, .width = width, .read_only = true, .align = Align::kRight};
 }
 
-GridColumn Typed(const char* field, const char* caption = "") { return {.field = field, .caption = caption}; }
-
-GridColumn TypedNumber(const char* field, const char* caption = "") {
-  return {.field = field, .caption = caption, .align = Align::kRight};
+GridColumn Typed(const char* field, const char* caption, int width) {
+  return {.field = field, .caption = caption, .width = width};
 }
 
-GridColumn Ticked(const char* field) { return {.field = field, .check_box = true, .align = Align::kCenter}; }
+GridColumn TypedNumber(const char* field, const char* caption, int width) {
+  return {.field = field, .caption = caption, .width = width, .align = Align::kRight};
+}
+
+GridColumn Ticked(const char* field, const char* caption, int width) {
+  return {.field = field, .caption = caption, .width = width, .check_box = true, .align = Align::kCenter};
+}
+
+GridColumn WithLookup(GridColumn column) {
+  column.lookup = true;
+  return column;
+}
+
+GridColumn WithTotal(GridColumn column) {
+  column.total = true;
+  return column;
+}
 
 }  // namespace
 
 std::vector<FieldDef> ItemFields() {
-  return {{"Codigo", kText, 15},   {"Descricao", kText, 50}, {"Unidade", kText, 3},    {"Pedido", kText, 12},
-          {"Cor", kText, 6},       {"DescCor", kText, 80},   {"Qtde", kFloat},         {"Qtde_B", kFloat},
-          {"Baixada", kText, 1},   {"Custo", kFloat},        {"Peso", kFloat},         {"Largura", kFloat},
-          {"Gramatura", kFloat},   {"KgRolo", kFloat},       {"LFA", kFloat},          {"Qtde_Rolo", kInteger},
-          {"Comp1", kText, 100},   {"NE", kInteger},         {"Concentracao", kFloat}, {"Gramatura_Mat", kFloat},
-          {"Largura_Mat", kFloat}, {"Comp2", kText, 100},    {"Observacao", kMemo},    {"Alimentadores", kInteger},
-          {"Diametro", kFloat},    {"Finura", kFloat},       {"CodAnt", kText, 15},    {"CorAnt", kText, 6},
-          {"Ciclos", kInteger},    {"Obs", kText, 200}};
+  return {{"Codigo", kText, 15},
+          {"Descricao", kText, 50},
+          {"Unidade", kText, 3},
+          {"Pedido", kText, 12},
+          {"Cor", kText, 6},
+          {"DescCor", kText, 80},
+          {"Qtde", kFloat, 0, kQuantity},
+          {"Qtde_B", kFloat, 0, kQuantity},
+          {"Baixada", kText, 1},
+          {"Custo", kFloat, 0, "0.0000"},
+          {"Peso", kFloat},
+          {"Largura", kFloat, 0, "0.00"},
+          {"Gramatura", kFloat, 0, "0.00"},
+          {"KgRolo", kFloat, 0, "0.00"},
+          {"LFA", kFloat},
+          {"Qtde_Rolo", kInteger},
+          {"Comp1", kText, 100},
+          {"NE", kInteger},
+          {"Concentracao", kFloat},
+          {"Gramatura_Mat", kFloat},
+          {"Largura_Mat", kFloat},
+          {"Comp2", kText, 100},
+          {"Observacao", kMemo},
+          {"Alimentadores", kInteger},
+          {"Diametro", kFloat},
+          {"Finura", kFloat},
+          {"CodAnt", kText, 15},
+          {"CorAnt", kText, 6},
+          {"Ciclos", kInteger},
+          {"Obs", kText, 200}};
 }
 
 std::vector<GridColumn> ItemColumns() {
-  return {Typed("Codigo", "Código"),
-          Shown("Descricao", "Descrição"),
-          Shown("Unidade", "Uni."),
-          Typed("Pedido"),
-          Typed("Cor"),
-          Shown("DescCor"),
-          TypedNumber("Qtde"),
-          TypedNumber("Ciclos"),
-          ShownNumber("Qtde_B", "Qtde. Baixa"),
-          Ticked("Baixada"),
-          TypedNumber("Custo"),
-          ShownNumber("Largura"),
-          ShownNumber("Gramatura"),
-          ShownNumber("KgRolo"),
-          ShownNumber("Qtde_Rolo"),
-          Typed("Obs", "Observação")};
+  return {WithLookup(Typed("Codigo", "Código", 12)),
+          Shown("Descricao", "Descrição", 28),
+          Shown("Unidade", "Uni.", 4),
+          Typed("Pedido", "Pedido", 10),
+          WithLookup(Typed("Cor", "Cor", 6)),
+          Shown("DescCor", "Desc. Cor", 18),
+          WithTotal(TypedNumber("Qtde", "Qtde.", 12)),
+          TypedNumber("Ciclos", "Ciclos", 7),
+          WithTotal(ShownNumber("Qtde_B", "Qtde. Baixa", 12)),
+          Ticked("Baixada", "Baixada", 8),
+          TypedNumber("Custo", "Custo", 10),
+          ShownNumber("Largura", "Largura", 8),
+          ShownNumber("Gramatura", "Gramatura", 10),
+          ShownNumber("KgRolo", "Kg/Rolo", 8),
+          WithTotal(ShownNumber("Qtde_Rolo", "Rolos", 6)),
+          Typed("Obs", "Observação", 30)};
 }
 
 std::vector<FieldDef> YarnFields() {
@@ -64,12 +102,12 @@ std::vector<FieldDef> YarnFields() {
           {"Unidade", kText, 3},
           {"Consumo", kFloat, 0, "0.######"},
           {"Consumo_Total", kFloat, 0, "0.000"},
-          {"LFA", kFloat},
+          {"LFA", kFloat, 0, "0.00"},
           {"Roca", kInteger},
           {"NE", kInteger},
           {"Ordem", kInteger},
           {"Qtde_OC", kFloat, 0, "0.00"},
-          {"Qtde", kFloat},
+          {"Qtde", kFloat, 0, kQuantity},
           {"Perc", kFloat},
           {"CodMalha", kText, 15},
           {"CodMalhaCor", kText, 6},
@@ -78,28 +116,30 @@ std::vector<FieldDef> YarnFields() {
           {"Diametro", kFloat},
           {"Finura", kFloat},
           {"Aliment", kInteger},
-          {"DTex", kFloat},
-          {"Den", kFloat},
-          {"Tex", kFloat}};
+          {"DTex", kFloat, 0, "0.00"},
+          {"Den", kFloat, 0, "0.00"},
+          {"Tex", kFloat, 0, "0.00"}};
 }
 
+// Only the consumption is added up: a yarn that stands in two rows shows what the order still needs of it, what is in
+// stock and what is on order in both.
 std::vector<GridColumn> YarnColumns() {
-  return {Shown("Codigo", "Código"),
-          Shown("Descricao", "Descrição"),
-          Shown("Cor"),
-          Shown("DescCor"),
-          ShownNumber("LFA"),
-          ShownNumber("Roca"),
-          Shown("Unidade", "Uni."),
-          ShownNumber("Consumo"),
-          ShownNumber("NE"),
-          ShownNumber("Qtde_OC"),
-          ShownNumber("Qtde", "Estoque"),
-          ShownNumber("Consumo_Total", "Consumo Total"),
-          ShownNumber("Aliment", "Aliment."),
-          ShownNumber("Den"),
-          ShownNumber("Tex"),
-          ShownNumber("DTex")};
+  return {Shown("Codigo", "Código", 12),
+          Shown("Descricao", "Descrição", 28),
+          Shown("Cor", "Cor", 6),
+          Shown("DescCor", "Desc. Cor", 16),
+          ShownNumber("LFA", "LFA", 7),
+          ShownNumber("Roca", "Roca", 6),
+          Shown("Unidade", "Uni.", 4),
+          WithTotal(ShownNumber("Consumo", "Consumo", 13)),
+          ShownNumber("NE", "NE", 5),
+          ShownNumber("Qtde_OC", "Qtde. OC", 11),
+          ShownNumber("Qtde", "Estoque", 12),
+          ShownNumber("Consumo_Total", "Consumo Total", 13),
+          ShownNumber("Aliment", "Aliment.", 8),
+          ShownNumber("Den", "Den", 7),
+          ShownNumber("Tex", "Tex", 7),
+          ShownNumber("DTex", "DTex", 7)};
 }
 
 // A lot is told apart by its whole text and a supplier is stored by its whole name, so both fields are wider than
@@ -109,11 +149,11 @@ std::vector<FieldDef> StockFields() {
           {"Lote", kText, 32},
           {"Deposito", kText, 6},
           {"Desc_Dep", kText, 50},
-          {"Qtde", kFloat},
-          {"Qtde_Res", kFloat},
-          {"Qtde_Reservado", kFloat},
-          {"Qtde_B", kFloat},
-          {"Saldo_Reserva", kFloat},
+          {"Qtde", kFloat, 0, kQuantity},
+          {"Qtde_Res", kFloat, 0, kQuantity},
+          {"Qtde_Reservado", kFloat, 0, kQuantity},
+          {"Qtde_B", kFloat, 0, kQuantity},
+          {"Saldo_Reserva", kFloat, 0, kQuantity},
           {"Fornecedor", kText, 80},
           {"Fornecedor_NF", kText, 80},
           {"Local", kText, 30},
@@ -121,33 +161,50 @@ std::vector<FieldDef> StockFields() {
           {"Partida", kText, 20},
           {"Sequencia", kText, 3},
           {"Tonalidade", kText, 15},
-          {"Largura", kFloat},
+          {"Largura", kFloat, 0, "0.00"},
           {"Codigo", kText, 15},
           {"Cor", kText, 6}};
 }
 
 std::vector<GridColumn> StockColumns() {
-  GridColumn lot = Shown("Lote");
-  lot.width = 15;
-  GridColumn supplier = Shown("Fornecedor");
-  supplier.width = 6;
-  return {Ticked("Sel"),
-          lot,
-          Shown("Deposito", "Depósito"),
-          Shown("Desc_Dep", "Desc. Depósito"),
-          ShownNumber("Qtde", "Estoque"),
-          TypedNumber("Qtde_Res", "Reservar"),
-          ShownNumber("Qtde_Reservado", "Reservadas"),
-          ShownNumber("Qtde_B", "Baixa Reserva"),
-          ShownNumber("Saldo_Reserva", "Reserva OF"),
-          supplier,
-          Shown("Fornecedor_NF"),
-          Shown("Local"),
-          Typed("Obs"),
-          Shown("Partida"),
-          Shown("Sequencia", "Sequência"),
-          Shown("Tonalidade"),
-          ShownNumber("Largura")};
+  return {Ticked("Sel", "Sel.", 4),
+          Shown("Lote", "Lote", 15),
+          Shown("Deposito", "Depósito", 8),
+          Shown("Desc_Dep", "Desc. Depósito", 18),
+          WithTotal(ShownNumber("Qtde", "Estoque", 12)),
+          WithTotal(TypedNumber("Qtde_Res", "Reservar", 12)),
+          WithTotal(ShownNumber("Qtde_Reservado", "Reservadas", 12)),
+          WithTotal(ShownNumber("Qtde_B", "Baixa Reserva", 13)),
+          WithTotal(ShownNumber("Saldo_Reserva", "Reserva OF", 12)),
+          Shown("Fornecedor", "Fornecedor", 6),
+          Shown("Fornecedor_NF", "Fornecedor NF", 20),
+          Shown("Local", "Local", 10),
+          Typed("Obs", "Obs.", 20),
+          Shown("Partida", "Partida", 10),
+          Shown("Sequencia", "Sequência", 9),
+          Shown("Tonalidade", "Tonalidade", 12),
+          ShownNumber("Largura", "Largura", 8)};
+}
+
+std::vector<FieldDef> SearchFields() {
+  return {{"NUMERO", kText, 6},   {"MALHARIA", kText, 6},         {"NOME", kText},
+          {"CODIGO", kText, 15},  {"DESCRICAO", kText},           {"MAQUINA", kText, 6},
+          {"DES_MAQUINA", kText}, {"QTDE", kFloat, 0, kQuantity}, {"BAIXADO", kFloat, 0, kQuantity},
+          {"DT_INICIO", kDate},   {"PERIODO", kText, 6}};
+}
+
+std::vector<GridColumn> SearchColumns() {
+  return {Shown("NUMERO", "Número", 8),
+          Shown("MALHARIA", "Malharia", 8),
+          Shown("NOME", "Nome", 26),
+          Shown("CODIGO", "Material", 12),
+          Shown("DESCRICAO", "Descrição", 30),
+          Shown("MAQUINA", "Máquina", 8),
+          Shown("DES_MAQUINA", "Desc. Máquina", 18),
+          WithTotal(ShownNumber("QTDE", "Quantidade", 12)),
+          WithTotal(ShownNumber("BAIXADO", "Baixado", 12)),
+          Shown("DT_INICIO", "Data", 11),
+          Shown("PERIODO", "Prazo", 7)};
 }
 
 }  // namespace orders

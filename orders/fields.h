@@ -15,6 +15,10 @@ std::vector<host::GridColumn> ItemColumns();
 std::vector<host::FieldDef> YarnFields();
 std::vector<host::GridColumn> YarnColumns();
 
+/// One row per order and fabric that a search found; the names are those of its query.
+std::vector<host::FieldDef> SearchFields();
+std::vector<host::GridColumn> SearchColumns();
+
 /// One row per stock lot of a needed yarn.
 std::vector<host::FieldDef> StockFields();
 std::vector<host::GridColumn> StockColumns();

@@ -45,6 +45,24 @@ std::unique_ptr<host::TTIQuery> OrderStore::Load(std::string_view number) const 
                   "WHERE TECEL.NUMERO = " + w.Text(number)});
 }
 
+std::unique_ptr<host::TTIQuery> OrderStore::Rows(std::string_view number) const {
+  const Words& w = words_;
+  return OpenQuery(
+      database_, {"SELECT TECEL.DEPOSITO, TECEL.DT_EMISSAO, TECEL.DT_INICIO, TECEL.FICHA, TECEL.FLUXO, TECEL.MALHARIA,",
+                  "TECEL.MAQUINA, CAST(TECEL.OBSERVACAO AS VARCHAR(4000)) AS OBSERVACAO, TECEL.PERIODO,",
+                  "TECEL.RPM, TECEL.SITUACAO, TECEL.TPONTO,",
+                  "TECEL_ITEN.CODIGO, TECEL_ITEN.PEDIDO, TECEL_ITEN.QTDE, TECEL_ITEN.QTDE_B, TECEL_ITEN.COR,",
+                  "TECEL_ITEN.BAIXADA, TECEL_ITEN.CUSTO, TECEL_ITEN.CICLOS, TECEL_ITEN.OBS", "FROM " + w.Named("TECEL"),
+                  "LEFT JOIN " + w.Named("TECEL_ITEN") + " ON (TECEL.NUMERO = TECEL_ITEN.NUMERO)",
+                  "WHERE TECEL.NUMERO = " + w.Text(number)});
+}
+
+std::unique_ptr<host::TTIQuery> OrderStore::Reservations(std::string_view number) const {
+  return OpenQuery(database_, {"SELECT CODIGO, COR, DEPOSITO, LOTE, QTDE, QTDE_B, NOME, OBS, TIPO",
+                               "FROM " + words_.Table("MAT_RESERVA"), "WHERE NUMERO = " + words_.Text(number),
+                               words_.ReservationKind()});
+}
+
 double OrderStore::WrittenOff(std::string_view number, std::string_view code, std::string_view colour) const {
   const auto sum = OpenQuery(
       database_, {"SELECT SUM(QTDE) QTDE_B", "FROM " + words_.Table("TECELB"), "WHERE NUMERO = " + words_.Text(number),

@@ -52,6 +52,10 @@ class OrderStore {
 
   /// One row per item, each with the header; one row without item columns for an order without items.
   std::unique_ptr<host::TTIQuery> Load(std::string_view number) const;
+  /// The same rows as they are stored, without anything looked up.
+  std::unique_ptr<host::TTIQuery> Rows(std::string_view number) const;
+  /// The reservations of the order, consumed ones included.
+  std::unique_ptr<host::TTIQuery> Reservations(std::string_view number) const;
   /// Sum of the rolls of an item; 0 when there are none.
   double WrittenOff(std::string_view number, std::string_view code, std::string_view colour) const;
   /// Code and colour of all that the order's rolls were written off for.

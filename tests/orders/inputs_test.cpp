@@ -60,14 +60,14 @@ TEST_F(Inputs, CaptionsOfInputsAndButtons) {
 
 TEST_F(Inputs, ColumnsOfTheGrids) {
   EXPECT_EQ(Captions(Screen().DBGrid6),
-            (Lines{"Código", "Descrição", "Uni.", "Pedido", "Cor", "DescCor", "Qtde", "Ciclos", "Qtde. Baixa",
-                   "Baixada", "Custo", "Largura", "Gramatura", "KgRolo", "Qtde_Rolo", "Observação"}));
+            (Lines{"Código", "Descrição", "Uni.", "Pedido", "Cor", "Desc. Cor", "Qtde.", "Ciclos", "Qtde. Baixa",
+                   "Baixada", "Custo", "Largura", "Gramatura", "Kg/Rolo", "Rolos", "Observação"}));
   EXPECT_EQ(Captions(Screen().GrdFios),
-            (Lines{"Código", "Descrição", "Cor", "DescCor", "LFA", "Roca", "Uni.", "Consumo", "NE", "Qtde_OC",
+            (Lines{"Código", "Descrição", "Cor", "Desc. Cor", "LFA", "Roca", "Uni.", "Consumo", "NE", "Qtde. OC",
                    "Estoque", "Consumo Total", "Aliment.", "Den", "Tex", "DTex"}));
   EXPECT_EQ(Captions(Screen().GrdEstoque),
-            (Lines{"Sel", "Lote", "Depósito", "Desc. Depósito", "Estoque", "Reservar", "Reservadas", "Baixa Reserva",
-                   "Reserva OF", "Fornecedor", "Fornecedor_NF", "Local", "Obs", "Partida", "Sequência", "Tonalidade",
+            (Lines{"Sel.", "Lote", "Depósito", "Desc. Depósito", "Estoque", "Reservar", "Reservadas", "Baixa Reserva",
+                   "Reserva OF", "Fornecedor", "Fornecedor NF", "Local", "Obs.", "Partida", "Sequência", "Tonalidade",
                    "Largura"}));
   EXPECT_TRUE(Screen().GrdFios.ReadOnly());
 }

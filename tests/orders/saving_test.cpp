@@ -234,11 +234,12 @@ TEST_F(Saving, WrittenOffQuantityComesFromTheRollsWhateverTheScreenShows) {
   Roll(number, "F1", "01", 1, 12.5);
   Roll(number, "F1", "01", 2, 10.25);
   EXPECT_EQ(Shown("TbItens", {"Cor", "Qtde_B"}), (Lines{"01 | 0", "02 | 0"}));
-  mill_.Exec("UPDATE {TECEL_ITEN} SET BAIXADA = 'S'");
+  Stand("TbItens", {{"Cor", "02"}});
+  EXPECT_EQ(mill_.Set(Screen(), "TbItens", {{"Baixada", "S"}}), ActResult::kDone);
   EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
   // The closing mark is the screen's.
   EXPECT_EQ(Stored("SELECT * FROM {TECEL_ITEN} ORDER BY COR", {"COR", "QTDE_B", "BAIXADA"}),
-            (Lines{"01 | 22.75 | ", "02 | 0 | "}));
+            (Lines{"01 | 22.75 | ", "02 | 0 | S"}));
 }
 
 TEST_F(Saving, ARowWithoutCodeIsDroppedOnSave) {

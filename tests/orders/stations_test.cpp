@@ -51,7 +51,8 @@ TEST_F(Stations, SaveNewOrdersAtOnce) {
 TEST_F(Stations, SaveOneOrderAtOnce) {
   const std::string number = SavedOrder({{"F1", "01", "100"}, {"F2", "01", "100"}});
   const auto save = [&number](Mill& mill, host::Screen& screen, const char* sheet, const char* quantity) {
-    for (int i = 0; i < 15; ++i) {
+    for (int saved = 0, tries = 0; saved < 15; ++tries) {
+      ASSERT_LT(tries, 1000);
       EXPECT_EQ(mill.Type(screen, "EdtNumero", number), ActResult::kDone);
       EXPECT_EQ(mill.Type(screen, "EdtFicha", sheet), ActResult::kDone);
       host::Grid& grid = mill.GridOf(screen, "TbItens");
@@ -59,8 +60,10 @@ TEST_F(Stations, SaveOneOrderAtOnce) {
         EXPECT_EQ(mill.Desk().SelectRow(grid, row), ActResult::kDone);
         EXPECT_EQ(mill.Set(screen, "TbItens", {{"Qtde", quantity}}), ActResult::kDone);
       }
-      EXPECT_EQ(mill.Click(screen, "BtnGravar"), ActResult::kDone);
-      EXPECT_EQ(mill.Messages(), Lines());
+      // The other station may have saved since: then nothing is written, and it is loaded again.
+      const bool stored = mill.Click(screen, "BtnGravar") == ActResult::kDone;
+      EXPECT_EQ(mill.Messages().size(), stored ? 0u : 1u);
+      if (stored) ++saved;
     }
   };
   std::thread station([&] { save(*other_, *elsewhere_, "segunda", "222"); });
@@ -140,34 +143,12 @@ TEST_F(Stations, ASaveAndARollTakeTheirLocksInOneOrder) {
     }
     if (weighing.Stats().retries != before) said += " (tried again)";
   });
-  EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
+  EXPECT_EQ(Click("BtnGravar"), ActResult::kRefused);
   roll.join();
   EXPECT_EQ(said, "");
-  EXPECT_EQ(mill_.Messages(), Lines());
-  // What the roll consumed stays consumed; what is reserved is what the screen said.
-  EXPECT_EQ(Reservations(number), Lines{"Y1 | CR | D1 | L1 | 10 | 4 | T |  | "});
-}
-
-TEST_F(Stations, TheLastSaveOfAnOrderIsTheOneThatCounts) {
-  const std::string number = SavedOrder({{"F1", "01", "100"}});
-  Load(number);
-  EXPECT_EQ(other_->Type(*elsewhere_, "EdtNumero", number), ActResult::kDone);
-  EXPECT_EQ(other_->Append(*elsewhere_, "TbItens", {{"Codigo", "F2"}, {"Cor", "01"}, {"Qtde", "9"}}), ActResult::kDone);
-  EXPECT_EQ(other_->Click(*elsewhere_, "BtnGravar"), ActResult::kDone);
-  EXPECT_EQ(Items(number).size(), 2u);
-  EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
-  EXPECT_EQ(Items(number), Lines{"F1 | 01 |  | 5 | 100 |  | 0 | 0 | "});
-}
-
-TEST_F(Stations, AnOrderDeletedElsewhereIsANewOneOnSave) {
-  const std::string number = SavedOrder({{"F1", "01", "100"}});
-  Load(number);
-  EXPECT_EQ(other_->Type(*elsewhere_, "EdtNumero", number), ActResult::kDone);
-  other_->Person().Answer("Deseja excluir", "yes");
-  EXPECT_EQ(other_->Click(*elsewhere_, "BtnExcluir"), ActResult::kDone);
-  EXPECT_EQ(Click("BtnGravar"), ActResult::kDone);
-  EXPECT_EQ(Items(number).size(), 1u);
-  EXPECT_EQ(Log().back(), "ORDEM DE TECELAGEM | INCLUSAO DA ORDEM NR. 000001 | 0 | 000001");
+  // What the roll consumed stays consumed: the save saw the roll that it had waited for.
+  EXPECT_EQ(mill_.Messages().size(), 1u);
+  EXPECT_EQ(Reservations(number), Lines{"Y1 | CR | D1 | L1 | 6 | 4 | T |  | "});
 }
 
 // --- rolls written since the order was loaded ---------------------------------------------------------------------
