@@ -3,8 +3,10 @@
 #include <iterator>
 #include <string_view>
 
+#include "app/desktop/forms/register_form.h"
 #include "host/text.h"
 #include "ui_cad_composi.h"
+#include "ui_cad_lote_tec.h"
 #include "ui_mov_bai_fio.h"
 #include "ui_mov_bai_tec.h"
 
@@ -25,6 +27,7 @@ struct KnownForm {
 };
 
 constexpr KnownForm kForms[] = {
+    {"TfmCadLoteTec", &Drawn<Ui::CadLoteTec>},
     {"TfmMovBaiTec", &Drawn<Ui::MovBaiTec>},
     {"TFmMovBaiFio", &Drawn<Ui::MovBaiFio>},
     {"TFmCadComposi", &Drawn<Ui::CadComposi>},
@@ -36,7 +39,7 @@ std::unique_ptr<QWidget> NewForm(const host::Screen& screen) {
   for (const KnownForm& known : kForms) {
     if (known.make != nullptr && host::SameName(known.screen_class, screen.ClassName())) return known.make(screen);
   }
-  return nullptr;
+  return NewRegisterForm(screen);
 }
 
 }  // namespace app::desktop
