@@ -45,8 +45,6 @@ void MainMenu::AddFile() {
   QMenu* file = AddMenu(QStringLiteral("&Arquivo"));
   connect(file->addAction(QStringLiteral("&Trocar usuário...")), &QAction::triggered, this,
           &MainMenu::ChangeUserWanted);
-  change_password_ = file->addAction(QStringLiteral("Alterar &senha..."));
-  connect(change_password_, &QAction::triggered, this, &MainMenu::ChangePasswordWanted);
   file->addSeparator();
   themes_ = new QActionGroup(this);
   AddChoice(*file, *themes_, QStringLiteral("Tema &claro"), static_cast<int>(Theme::kLight));

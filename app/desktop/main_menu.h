@@ -27,7 +27,6 @@ class MainMenu : public QObject {
   /// The boxes ticked, without telling anyone.
   void ShowMode(ScreenArea::Mode mode);
   void ShowTheme(Theme theme);
-  void SetPasswordOffered(bool offered) { change_password_->setVisible(offered); }
   /// Letters that the window in front answers to: a menu with the same one gives it up as long as that window is there,
   /// and is reached by Alt and the arrows.
   void Yield(const QSet<QChar>& letters);
@@ -35,7 +34,6 @@ class MainMenu : public QObject {
  signals:
   void OpenWanted(const QString& screen_class);
   void ChangeUserWanted();
-  void ChangePasswordWanted();
   void ThemeWanted(Theme theme);
   void ModeWanted(ScreenArea::Mode mode);
   void QuitWanted();
@@ -55,7 +53,6 @@ class MainMenu : public QObject {
   QSet<QChar> taken_;
   QMenu* windows_ = nullptr;
   QAction* list_begin_ = nullptr;
-  QAction* change_password_ = nullptr;
   QActionGroup* modes_ = nullptr;
   QActionGroup* themes_ = nullptr;
   std::vector<QAction*> of_a_window_;

@@ -11,7 +11,6 @@
 #include "app/desktop/main_menu.h"
 #include "app/desktop/mnemonics.h"
 #include "app/desktop/modal_window.h"
-#include "app/desktop/password_dialog.h"
 #include "app/desktop/screen_area.h"
 #include "app/desktop/screen_window.h"
 #include "app/desktop/settings.h"
@@ -75,17 +74,12 @@ class MainWindow::Parts : public QObject {
     const firebird::ConnectOptions& options = application_.GetDatabase().Options();
     status_->ShowWhere(ToQt(options.company), ToQt(application_.GetFuncoes().vUsuario()), ShortName(options.database),
                        ToQt(options.database));
-    // The password of a user who signs in at a server is the server's to change.
-    menu_->SetPasswordOffered(!firebird::IsServerPath(options.database));
   }
 
   void ConnectMenu() {
     connect(menu_, &MainMenu::OpenWanted, this, [this](const QString& name) { area_->Open(FromQt(name)); });
     connect(menu_, &MainMenu::QuitWanted, &window_, &QWidget::close);
     connect(menu_, &MainMenu::ChangeUserWanted, this, [this] { window_.change_user_ = window_.close(); });
-    connect(menu_, &MainMenu::ChangePasswordWanted, this, [this] {
-      ChangePassword(&window_, application_.GetDatabase(), application_.GetFuncoes().vUsuarioCodigo());
-    });
     connect(menu_, &MainMenu::ThemeWanted, this, [this](Theme theme) {
       ApplyTheme(theme);
       ShowBackground();

@@ -35,12 +35,7 @@ ScreenArea::ScreenArea(Station& station, QWidget* parent) : QMdiArea(parent), st
     emit ActiveChanged();
     if (frame != nullptr) FollowLater();
   });
-  connect(&station_, &Station::Settled, this, [this] {
-    if (const host::Control* focused = station_.Desk().Focused()) {
-      last_control_[&focused->Owner()] = focused->Name();
-    }
-    FollowLater();
-  });
+  connect(&station_, &Station::Settled, this, &ScreenArea::FollowLater);
 }
 
 ScreenArea::~ScreenArea() {
@@ -67,8 +62,7 @@ void ScreenArea::SetMode(Mode mode) {
 
 void ScreenArea::Open(std::string_view screen_class) {
   station_.Do([&] {
-    host::Screen* screen = station_.Desk().Open(screen_class);
-    return screen != nullptr ? Enter(*screen) : host::ActResult::kFailed;
+    return station_.Desk().Open(screen_class) != nullptr ? host::ActResult::kDone : host::ActResult::kFailed;
   });
 }
 
@@ -84,22 +78,6 @@ bool ScreenArea::CloseAll() {
     if (open.size() >= before) return false;
   }
   return true;
-}
-
-// The desk's focus goes into the screen: to where the person was last, or else to its first input.
-host::ActResult ScreenArea::Enter(host::Screen& screen) {
-  host::Desk& desk = station_.Desk();
-  const host::Control* focused = desk.Focused();
-  if (focused != nullptr && &focused->Owner() == &screen) return host::ActResult::kDone;
-  const auto last = last_control_.find(&screen);
-  if (last != last_control_.end()) {
-    auto* control = dynamic_cast<host::Control*>(screen.FindComponent(last->second));
-    if (control != nullptr && control->Enabled() && control->InSight()) return desk.Enter(*control);
-  }
-  const host::ActResult moved = desk.MoveFocus(screen, false);
-  if (moved != host::ActResult::kDone) return moved;
-  focused = desk.Focused();
-  return focused == nullptr || &focused->Owner() == &screen ? moved : desk.Leave();
 }
 
 // --- what the program does ---------------------------------------------------------------------------------------
@@ -121,7 +99,6 @@ void ScreenArea::Show(host::Screen& screen) {
 }
 
 void ScreenArea::LetGo(host::Screen& screen) {
-  last_control_.erase(&screen);
   ScreenFrame* frame = FrameOf(screen);
   if (frame == nullptr) return;
   frames_.removeOne(frame);
@@ -187,16 +164,10 @@ void ScreenArea::Follow() {
   if (station_.Busy() || desk.Modal() != nullptr || active == nullptr) return;
   const bool turned_to = std::exchange(entered_, active) != active;
   const host::Control* focused = desk.Focused();
-  if (focused == nullptr) {
-    if (turned_to) active->TakeFocus();
-    return;
-  }
-  if (&focused->Owner() == &active->GetScreen()) return;
+  const bool elsewhere = focused != nullptr && &focused->Owner() != &active->GetScreen();
   if (turned_to) {
-    station_.Do([&] { return Enter(active->GetScreen()); });
-    return;
-  }
-  if (ScreenFrame* frame = FrameOf(focused->Owner())) {
+    active->TakeFocus();
+  } else if (ScreenFrame* frame = elsewhere ? FrameOf(focused->Owner()) : nullptr) {
     setActiveSubWindow(frame);
     entered_ = frame->Window();
     entered_->TakeFocus();

@@ -1,10 +1,9 @@
 // The windows of the open screens, in tabs or free, and which of them the person is in.
 #pragma once
 
+#include <QList>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <map>
-#include <string>
 #include <string_view>
 
 #include "app/desktop/station.h"
@@ -69,15 +68,12 @@ class ScreenArea : public QMdiArea {
  private:
   ScreenFrame* FrameOf(const host::Screen& screen) const;
   void ShowFrame(ScreenFrame& frame);
-  host::ActResult Enter(host::Screen& screen);
   void FollowLater();
   void Follow();
 
   Station& station_;
   Mode mode_ = Mode::kTabs;
   QList<ScreenFrame*> frames_;
-  // Where the person was in each screen, to come back to; by name, a control may be gone.
-  std::map<const host::Screen*, std::string> last_control_;
   ScreenWindow* entered_ = nullptr;  // the window whose turn has been taken account of
   bool follow_pending_ = false;
 };
