@@ -61,6 +61,7 @@ class ToyScreen : public host::Screen {
   void FormShow() override { Life("show", on_show); }
   void FormClose() override { Life("close", on_close); }
   bool FormKeyDown(host::Key key) override { return on_key && on_key(key); }
+  std::vector<host::KeyHint> KeyHints() const override { return hints; }
 
   template <typename T, typename... Arguments>
   T& Add(std::string name, Arguments&&... arguments) {
@@ -79,6 +80,7 @@ class ToyScreen : public host::Screen {
   host::Handler on_show;
   host::Handler on_close;
   std::function<bool(host::Key)> on_key;
+  std::vector<host::KeyHint> hints;
 
  private:
   void Life(const char* what, const host::Handler& handler) {
@@ -125,6 +127,9 @@ class ToyEnvironment : public host::DeskEnvironment {
     notes_.push_back("modal " + screen.Caption());
     if (on_modal) on_modal(screen);
   }
+  void ScreenGone(host::Screen& screen) override {
+    if (on_gone) on_gone(screen);
+  }
   std::optional<std::string> CheckStorable(std::string_view text) override {
     if (text.find("☃") == std::string_view::npos) return std::nullopt;
     return "O caractere \"☃\" não pode ser gravado.";
@@ -132,6 +137,7 @@ class ToyEnvironment : public host::DeskEnvironment {
 
   std::map<std::string, std::function<void(ToyScreen&)>> setups;
   std::function<void(host::Screen&)> on_modal;
+  std::function<void(host::Screen&)> on_gone;
   std::optional<host::LookupRow> lookup_answer;
   std::vector<std::string> lookups;  // names of those that were shown
   bool fail_commit = false;
