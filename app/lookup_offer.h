@@ -32,6 +32,12 @@ class LookupOffer {
   virtual std::vector<host::LookupRow> Search(std::string_view text, std::size_t skip, std::size_t count) = 0;
   /// The whole row of that key, all columns; nothing when the lookup does not offer it. Throws host::DatabaseError.
   virtual std::optional<host::LookupRow> Find(std::string_view key) = 0;
+  /// The whole row of which Search handed back `shown`: of several with one key, that one. Nothing when the lookup does
+  /// not offer it any more. Throws host::DatabaseError.
+  virtual std::optional<host::LookupRow> Whole(const host::LookupRow& shown) {
+    const auto key = shown.find(Columns().front().name);
+    return key == shown.end() ? std::nullopt : Find(key->second.AsText());
+  }
 };
 
 }  // namespace app

@@ -1,0 +1,185 @@
+#include "app/services/offered_columns.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+#include "app/registers/descriptions.h"
+#include "host/text.h"
+
+namespace app::services {
+namespace {
+
+constexpr std::size_t kMostColumns = 6;  // of a table that nobody described
+constexpr int kWidest = 40;
+constexpr int kNumberWidth = 12;
+constexpr std::string_view kNumberFormat = "0.######";
+
+struct Described {
+  std::string_view name;
+  std::string_view caption;
+  int width;
+  std::string_view expression = {};
+};
+
+// Documents and lots: what is no register.
+struct Description {
+  std::string_view table;
+  std::vector<Described> columns;
+  bool newest_first;
+};
+
+// The filter of a lookup names the table's columns bare, so a name in an expression must say whose it is.
+const std::vector<Description>& Descriptions() {
+  static const std::vector<Description> descriptions = {
+      {"TECEL",
+       {{"NUMERO", "Número", 8},
+        {"NOME_MALHARIA", "Nome da malharia", 34,
+         "(SELECT ENT.NOME FROM {ENTIDADE} ENT WHERE ENT.CODCLI = {TECEL}.MALHARIA)"},
+        {"MALHARIA", "Malharia", 8},
+        {"DT_EMISSAO", "Emissão", 11},
+        {"PEDIDO", "Pedido", 12},
+        {"FICHA", "Ficha", 12},
+        {"SITUACAO", "Situação", 9, "IIF({TECEL}.SITUACAO = 'B', 'Bloqueada', 'Aberta')"}},
+       true},
+      {"MAT_ITEN",
+       {{"LOTE", "Lote", 18},
+        {"CODIGO", "Código", 15},
+        {"COR", "Cor", 6},
+        {"DEPOSITO", "Depósito", 8},
+        {"QTDE", "Quantidade", 12},
+        {"PRECO_MED", "Preço médio", 12},
+        {"LOCAL", "Local", 15}},
+       false},
+      {"PEDIDO",
+       {{"NUMERO", "Número", 12},
+        {"NOME_CLIENTE", "Nome do cliente", 34,
+         "(SELECT ENT.NOME FROM {ENTIDADE} ENT WHERE ENT.CODCLI = {PEDIDO}.CODCLI)"},
+        {"CODCLI", "Cliente", 8},
+        {"DT_EMISSAO", "Emissão", 11},
+        {"ENTREGA", "Entrega", 11}},
+       true},
+  };
+  return descriptions;
+}
+
+enum class Kind { kText, kNumber, kDate };
+
+struct Stored {
+  std::string name;
+  Kind kind;
+  int width;  // characters, of text
+};
+
+// What a record is called stands right behind its key. 261 is the engine's kind "text of any length".
+constexpr std::string_view kStoredSql = R"(SELECT TRIM(RF.RDB$FIELD_NAME) AS NOME, F.RDB$FIELD_TYPE AS TIPO,
+  COALESCE(F.RDB$CHARACTER_LENGTH, 0) AS LARGURA
+FROM RDB$RELATION_FIELDS RF
+INNER JOIN RDB$FIELDS F ON F.RDB$FIELD_NAME = RF.RDB$FIELD_SOURCE
+WHERE RF.RDB$RELATION_NAME = ? AND F.RDB$FIELD_TYPE <> 261
+ORDER BY CASE RF.RDB$FIELD_NAME WHEN CAST(? AS VARCHAR(31)) THEN 0 WHEN 'DESCRICAO' THEN 1 WHEN 'NOME' THEN 1 ELSE 2 END,
+  RF.RDB$FIELD_POSITION)";
+
+Kind KindOf(std::int64_t engine_type) {
+  switch (engine_type) {
+    case 14:
+    case 37:
+      return Kind::kText;
+    case 12:
+    case 13:
+    case 35:
+      return Kind::kDate;
+    default:
+      return Kind::kNumber;
+  }
+}
+
+std::vector<Stored> StoredColumns(firebird::Database& database, std::string_view table, const std::string& key) {
+  std::vector<Stored> stored;
+  const auto rows = database.Query(kStoredSql, {database.PhysicalName(table), key});
+  for (; !rows->Eof(); rows->Next()) {
+    stored.push_back({rows->FieldByName("NOME").AsText(), KindOf(rows->FieldByName("TIPO").AsInteger()),
+                      static_cast<int>(rows->FieldByName("LARGURA").AsInteger())});
+  }
+  return stored;
+}
+
+OfferedColumn Column(const Stored& stored) {
+  OfferedColumn column;
+  column.shown.name = stored.name;
+  column.shown.caption = stored.name;
+  column.shown.width = stored.kind == Kind::kText ? std::min(stored.width, kWidest) : kNumberWidth;
+  column.text = stored.kind == Kind::kText;
+  if (stored.kind == Kind::kNumber) {
+    column.shown.align = host::Align::kRight;
+    column.shown.format = kNumberFormat;
+  }
+  return column;
+}
+
+// Adds the column as the table stores it, under this caption; nothing when the table has no such column.
+OfferedColumn* AddStored(std::vector<OfferedColumn>& columns, const std::vector<Stored>& stored, std::string_view name,
+                         std::string_view caption, int width) {
+  const auto found = std::find_if(stored.begin(), stored.end(), [&](const Stored& each) { return each.name == name; });
+  if (found == stored.end()) return nullptr;
+  OfferedColumn& column = columns.emplace_back(Column(*found));
+  column.shown.caption = caption;
+  column.shown.width = width;
+  return &column;
+}
+
+OfferedTable FromDescription(const Description& description, const std::vector<Stored>& stored) {
+  OfferedTable table;
+  table.newest_first = description.newest_first;
+  for (const Described& each : description.columns) {
+    if (each.expression.empty()) {
+      AddStored(table.columns, stored, each.name, each.caption, each.width);
+    } else {
+      OfferedColumn& column = table.columns.emplace_back(Column({std::string(each.name), Kind::kText, each.width}));
+      column.shown.caption = each.caption;
+      column.expression = each.expression;
+    }
+  }
+  return table;
+}
+
+OfferedTable FromRegister(const registers::RegisterDescription& description, const std::string& key,
+                          const std::vector<Stored>& stored) {
+  OfferedTable table;
+  const auto add = [&](std::string_view name, const registers::ColumnDescription& each) {
+    OfferedColumn* column = AddStored(table.columns, stored, name, each.caption, each.list_width);
+    if (column != nullptr && !each.format.empty()) column->shown.format = each.format;
+  };
+  // A machine's key goes by two names; whichever the lookup asks for is what the register calls its code.
+  const registers::ColumnDescription* named = description.Find(key);
+  add(key, named == nullptr ? description.columns.front() : *named);
+  const registers::ColumnDescription* text = description.Find(description.text_column);
+  if (text != nullptr && text != named) add(text->name, *text);
+  for (const registers::ColumnDescription& each : description.columns) {
+    const bool shown = &each == named || &each == text || each.name == description.Key();
+    if (!shown && each.list_width > 0) add(each.name, each);
+  }
+  return table;
+}
+
+OfferedTable FromDatabase(const std::vector<Stored>& stored) {
+  OfferedTable table;
+  for (std::size_t i = 0; i < stored.size() && i < kMostColumns; ++i) table.columns.push_back(Column(stored[i]));
+  return table;
+}
+
+}  // namespace
+
+OfferedTable OfferedOf(firebird::Database& database, std::string_view table, std::string_view key) {
+  const std::string table_name = host::UpperAscii(table);
+  const std::string key_name = host::UpperAscii(key);
+  const std::vector<Stored> stored = StoredColumns(database, table_name, key_name);
+  for (const Description& description : Descriptions()) {
+    const bool same = description.table == table_name && description.columns.front().name == key_name;
+    if (same) return FromDescription(description, stored);
+  }
+  const registers::RegisterDescription* known = registers::FindRegister(table_name);
+  return known == nullptr ? FromDatabase(stored) : FromRegister(*known, key_name, stored);
+}
+
+}  // namespace app::services
