@@ -22,6 +22,8 @@ class RegisterInput {
 
   const ColumnDescription& Description() const { return description_; }
   host::Control& Control() const;
+  /// What the record that it refers to is called; null when it refers to none.
+  const host::Label* Label() const { return label_.get(); }
 
   /// Shows a stored value, with what the record that it refers to is called now.
   void Show(const host::Value& value);

@@ -1,0 +1,216 @@
+#include "app/desktop/forms/register_form.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include "app/desktop/grid/grid_panel.h"
+#include "app/desktop/text.h"
+#include "app/registers/register_screen.h"
+
+namespace app::desktop {
+namespace {
+
+using registers::RegisterInput;
+using registers::TfmRegister;
+
+constexpr int kMargin = 10;
+constexpr int kSpacing = 8;
+constexpr int kMemoLines = 4;
+
+QString NameOf(const host::Component& component) { return ToQt(component.Name()); }
+
+template <typename Widget>
+Widget* Named(const host::Component& component, QWidget* parent) {
+  auto* widget = new Widget(parent);
+  widget->setObjectName(NameOf(component));
+  return widget;
+}
+
+/// A caption to the left of an input; the binder writes the component's own into it.
+QLabel* CaptionFor(const host::Control& control, QWidget* input) {
+  auto* label = new QLabel(ToQt(control.Caption()), input->parentWidget());
+  label->setObjectName(QStringLiteral("cap") + NameOf(control));
+  label->setBuddy(input);
+  label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  return label;
+}
+
+/// The record's inputs from top to bottom: captions in the first column, inputs in the second. Numbers stand two in a
+/// line, check boxes side by side.
+class RecordLayout {
+ public:
+  explicit RecordLayout(QWidget* parent) : parent_(parent), grid_(new QGridLayout(parent)) {
+    grid_->setContentsMargins(0, 0, kMargin, 0);
+    grid_->setHorizontalSpacing(kSpacing);
+    grid_->setVerticalSpacing(kSpacing);
+    grid_->setColumnStretch(kWide, 1);
+  }
+
+  void Add(const RegisterInput& input) {
+    const host::Control& control = input.Control();
+    if (const auto* box = dynamic_cast<const host::CheckBox*>(&control)) {
+      AddBox(*box, ToQt(input.Description().help));
+      return;
+    }
+    const auto& edit = dynamic_cast<const host::Edit&>(control);
+    boxes_ = nullptr;
+    QWidget* widget = edit.Kind() == host::EditKind::kMemo ? Memo(edit) : Line(edit, input);
+    widget->setToolTip(ToQt(input.Description().help));
+    if (Pairs(edit, input)) return AddPaired(edit, widget);
+    pair_open_ = false;
+    grid_->addWidget(CaptionFor(edit, widget), row_, kCaption);
+    if (input.Label() != nullptr) {
+      grid_->addWidget(widget, row_, kInput);
+      auto* text = Named<QLabel>(*input.Label(), parent_);
+      text->setTextFormat(Qt::PlainText);
+      grid_->addWidget(text, row_, kSecondCaption, 1, kWide - kSecondCaption + 1);
+    } else {
+      grid_->addWidget(widget, row_, kInput, 1, kWide - kInput + 1);
+    }
+    ++row_;
+  }
+
+  void Add(const host::Grid& grid) {
+    auto* panel = Named<GridPanel>(grid, parent_);
+    QLabel* caption = CaptionFor(grid, panel);
+    caption->setAlignment(Qt::AlignRight | Qt::AlignTop);
+    grid_->addWidget(caption, row_, kCaption);
+    grid_->addWidget(panel, row_, kInput, 1, kWide - kInput + 1);
+    grid_->setRowStretch(row_++, 1);
+    stretched_ = true;
+  }
+
+  void Finish() {
+    if (!stretched_) grid_->setRowStretch(row_, 1);
+  }
+
+ private:
+  enum Column { kCaption, kInput, kSecondCaption, kSecondInput, kWide };
+
+  static bool Pairs(const host::Edit& edit, const RegisterInput& input) {
+    const bool number = edit.Kind() == host::EditKind::kNumber || edit.Kind() == host::EditKind::kInteger;
+    return (number || edit.Kind() == host::EditKind::kDate) && input.Label() == nullptr;
+  }
+
+  void AddPaired(const host::Edit& edit, QWidget* widget) {
+    const int column = pair_open_ ? kSecondCaption : kCaption;
+    const int row = pair_open_ ? row_ - 1 : row_++;
+    grid_->addWidget(CaptionFor(edit, widget), row, column);
+    grid_->addWidget(widget, row, column + 1);
+    pair_open_ = !pair_open_;
+  }
+
+  void AddBox(const host::CheckBox& box, const QString& help) {
+    pair_open_ = false;
+    if (boxes_ == nullptr) {
+      boxes_ = new QHBoxLayout();
+      boxes_->setSpacing(3 * kSpacing);
+      boxes_->addStretch();
+      grid_->addLayout(boxes_, row_++, kInput, 1, kWide - kInput + 1);
+    }
+    auto* widget = Named<QCheckBox>(box, parent_);
+    widget->setToolTip(help);
+    boxes_->insertWidget(boxes_->count() - 1, widget);
+  }
+
+  QWidget* Line(const host::Edit& edit, const RegisterInput& input) {
+    auto* line = Named<QLineEdit>(edit, parent_);
+    if (edit.Kind() == host::EditKind::kText) line->setPlaceholderText(ToQt(input.Description().help));
+    return line;
+  }
+
+  QWidget* Memo(const host::Edit& edit) {
+    auto* memo = Named<QPlainTextEdit>(edit, parent_);
+    memo->setTabChangesFocus(true);
+    memo->setMinimumHeight(kMemoLines * memo->fontMetrics().lineSpacing());
+    grid_->setRowStretch(row_, 1);
+    stretched_ = true;
+    return memo;
+  }
+
+  QWidget* parent_;
+  QGridLayout* grid_;
+  QHBoxLayout* boxes_ = nullptr;
+  int row_ = 0;
+  bool pair_open_ = false;
+  bool stretched_ = false;
+};
+
+QWidget* ListSide(const TfmRegister& screen, QWidget* parent) {
+  auto* side = new QWidget(parent);
+  auto* layout = new QVBoxLayout(side);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(kSpacing);
+  auto* search = new QHBoxLayout();
+  search->setSpacing(kSpacing);
+  auto* line = Named<QLineEdit>(screen.EdtBusca, side);
+  line->setPlaceholderText(QStringLiteral("Código ou parte do nome"));
+  search->addWidget(CaptionFor(screen.EdtBusca, line));
+  search->addWidget(line, 1);
+  search->addWidget(Named<QLabel>(screen.LblBusca, side));
+  layout->addLayout(search);
+  layout->addWidget(Named<GridPanel>(screen.GrdLista, side), 1);
+  return side;
+}
+
+QWidget* RecordSide(const TfmRegister& screen, QWidget* parent) {
+  auto* area = new QScrollArea(parent);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setWidgetResizable(true);
+  area->setFocusPolicy(Qt::NoFocus);
+  auto* record = new QWidget(area);
+  RecordLayout layout(record);
+  for (const auto& input : screen.Inputs()) layout.Add(*input);
+  if (screen.Detail() != nullptr) layout.Add(screen.Detail()->Grid());
+  layout.Finish();
+  area->setWidget(record);
+  // The focus moves by the desk's word, of which the area hears nothing.
+  QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget* /*before*/, QWidget* now) {
+    if (now != nullptr && area->widget()->isAncestorOf(now)) area->ensureWidgetVisible(now);
+  });
+  return area;
+}
+
+QLayout* ButtonBar(const TfmRegister& screen, QWidget* parent) {
+  auto* bar = new QHBoxLayout();
+  bar->setSpacing(kSpacing);
+  for (const host::Button* button :
+       {&screen.BtnIncluir, &screen.BtnGravar, &screen.BtnExcluir, &screen.BtnImportar, &screen.BtnExportar}) {
+    bar->addWidget(Named<QPushButton>(*button, parent));
+  }
+  bar->addStretch();
+  bar->addWidget(Named<QPushButton>(screen.BtnFechar, parent));
+  return bar;
+}
+
+}  // namespace
+
+std::unique_ptr<QWidget> NewRegisterForm(const host::Screen& screen) {
+  const auto* shown = dynamic_cast<const TfmRegister*>(&screen);
+  if (shown == nullptr) return nullptr;
+  auto form = std::make_unique<QWidget>();
+  auto* layout = new QVBoxLayout(form.get());
+  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  layout->setSpacing(kSpacing);
+  auto* sides = new QSplitter(Qt::Horizontal, form.get());
+  sides->setChildrenCollapsible(false);
+  sides->addWidget(ListSide(*shown, sides));
+  sides->addWidget(RecordSide(*shown, sides));
+  sides->setStretchFactor(0, 1);
+  sides->setStretchFactor(1, 1);
+  layout->addWidget(sides, 1);
+  layout->addLayout(ButtonBar(*shown, form.get()));
+  return form;
+}
+
+}  // namespace app::desktop
