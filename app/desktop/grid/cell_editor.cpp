@@ -1,0 +1,54 @@
+#include "app/desktop/grid/cell_editor.h"
+
+#include <QAction>
+#include <QIcon>
+
+namespace app::desktop {
+
+CellEditor::CellEditor(QWidget* parent, const GridModel& model, int column, std::function<bool(QKeyEvent*)> for_grid)
+    : QLineEdit(parent), for_grid_(std::move(for_grid)) {
+  setObjectName(QStringLiteral("cell_editor"));
+  setFrame(false);
+  setAutoFillBackground(true);
+  const host::Field* field = model.FieldAt(column);
+  if (field != nullptr && field->Def().type == host::FieldType::kText && field->Def().width > 0) {
+    setMaxLength(static_cast<int>(field->Def().width));
+  }
+  if (model.IsNumber(column)) setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  if (model.ColumnAt(column).lookup) {
+    QAction* button = addAction(QIcon(QStringLiteral(":/icons/lookup.svg")), QLineEdit::TrailingPosition);
+    button->setToolTip(QStringLiteral("Pesquisa (F4)"));
+    connect(button, &QAction::triggered, this, &CellEditor::LookupWanted);
+  }
+}
+
+bool CellEditor::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (LeavesCell(*key)) {
+      event->accept();
+      // A shortcut of the window must not act before what is typed here was handed over.
+      if (event->type() == QEvent::ShortcutOverride || for_grid_(key)) return true;
+    }
+  }
+  return QLineEdit::event(event);
+}
+
+bool LeavesCell(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Escape:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      return true;
+    default:
+      return event.key() >= Qt::Key_F3 && event.key() <= Qt::Key_F12 && event.modifiers() == Qt::NoModifier;
+  }
+}
+
+}  // namespace app::desktop
