@@ -7,8 +7,13 @@
 #include "host/text.h"
 #include "ui_cad_composi.h"
 #include "ui_cad_lote_tec.h"
+#include "ui_log.h"
 #include "ui_mov_bai_fio.h"
 #include "ui_mov_bai_tec.h"
+#include "ui_parametros.h"
+#include "ui_periodos.h"
+#include "ui_senha.h"
+#include "ui_usuarios.h"
 
 namespace app::desktop {
 namespace {
@@ -31,6 +36,11 @@ constexpr KnownForm kForms[] = {
     {"TfmMovBaiTec", &Drawn<Ui::MovBaiTec>},
     {"TFmMovBaiFio", &Drawn<Ui::MovBaiFio>},
     {"TFmCadComposi", &Drawn<Ui::CadComposi>},
+    {"TfmLog", &Drawn<Ui::Log>},
+    {"TfmParametros", &Drawn<Ui::Parametros>},
+    {"TfmPeriodos", &Drawn<Ui::Periodos>},
+    {"TfmSenha", &Drawn<Ui::Senha>},
+    {"TfmUsuarios", &Drawn<Ui::Usuarios>},
 };
 
 }  // namespace
