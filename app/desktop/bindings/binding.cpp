@@ -31,7 +31,7 @@ void Binding::LetGo() {
 }
 
 void Binding::Show() {
-  widget_.setEnabled(control_.Enabled());
+  widget_.setEnabled(control_.Enabled() || !Greys());
   widget_.setVisible(control_.Visible());
   for (QLabel* caption : window_.CaptionsOf(widget_)) {
     const QString text = ToQt(control_.Caption());
@@ -44,7 +44,7 @@ void Binding::TakeKeyboard() { widget_.setFocus(); }
 
 bool Binding::HasKeyboard() const { return widget_.hasFocus(); }
 
-bool Binding::CanTakeKeyboard() const { return widget_.isEnabled() && widget_.isVisible(); }
+bool Binding::CanTakeKeyboard() const { return control_.Enabled() && widget_.isEnabled() && widget_.isVisible(); }
 
 void Binding::Mnemonic(QObject* /*part*/) { window_.Enter(control_); }
 

@@ -53,6 +53,8 @@ class Binding : public QObject {
   virtual bool EntersByPress() const { return true; }
   /// Alt and the letter that is underlined in `part`.
   virtual void Mnemonic(QObject* part);
+  /// Of no use while the control is disabled; a list can still be scrolled and copied from.
+  virtual bool Greys() const { return true; }
   /// The entries that a context menu shows below the control's own.
   virtual void AddStandardEntries(QMenu& /*menu*/) {}
 

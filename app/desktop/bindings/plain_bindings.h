@@ -61,6 +61,9 @@ class GridBinding : public Binding {
   bool HasLookup() const override;
   void LetGo() override;
 
+ protected:
+  bool Greys() const override { return false; }
+
  private:
   host::Grid& grid_;
   GridPanel& panel_;

@@ -6,11 +6,12 @@ using host::ActResult;
 
 GridActor::GridActor(Station& station, GridModel& model) : station_(station), model_(model), grid_(model.GetGrid()) {}
 
-bool GridActor::Live() const { return grid_.Enabled() && grid_.Visible(); }
+bool GridActor::Live() const { return !model_.Released() && grid_.Enabled() && grid_.Visible(); }
 
-bool GridActor::CanType() const { return model_.CanType(grid_.SelectedColumn()); }
+bool GridActor::CanType() const { return Live() && model_.CanType(grid_.SelectedColumn()); }
 
 bool GridActor::IsCheckBox() const {
+  if (model_.Released()) return false;
   const int column = grid_.SelectedColumn();
   return column >= 0 && column < model_.columnCount() && model_.ColumnAt(column).check_box;
 }
@@ -107,6 +108,7 @@ void GridActor::DblClick() {
 }
 
 void GridActor::MoveOn(bool back) {
+  if (model_.Released()) return;
   station_.Do([this, back] { return Desk().MoveFocus(grid_.Owner(), back); });
 }
 

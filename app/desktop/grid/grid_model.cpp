@@ -57,7 +57,19 @@ GridModel::GridModel(host::Grid& grid, QObject* parent) : QAbstractTableModel(pa
 
 // --- taking up changes -------------------------------------------------------------------------------------------
 
+void GridModel::Release() {
+  if (released_) return;
+  beginResetModel();
+  released_ = true;
+  row_count_ = 0;
+  columns_.clear();
+  captions_.clear();
+  fields_.clear();
+  endResetModel();
+}
+
 void GridModel::Refresh() {
+  if (released_) return;
   const std::size_t changes = grid_.GetDataset().Changes();
   const bool columns_changed = TakeColumns();
   if (columns_changed || !ordered_ || seen_ != changes) {
@@ -138,7 +150,7 @@ void GridModel::SetFilter(const QString& words) {
 
 // --- rows --------------------------------------------------------------------------------------------------------
 
-int GridModel::AllRows() const { return static_cast<int>(RowsOf(grid_.GetDataset())); }
+int GridModel::AllRows() const { return released_ ? 0 : static_cast<int>(RowsOf(grid_.GetDataset())); }
 
 std::size_t GridModel::IdAt(int row) const { return grid_.GetDataset().IdAt(RecNoAt(row)); }
 
@@ -152,11 +164,13 @@ std::size_t GridModel::RecNoOf(std::size_t id) const {
 }
 
 int GridModel::CursorRow() const {
+  if (released_) return -1;
   const auto row = rows_.RowOf(grid_.GetDataset().RecNo());
   return row && static_cast<int>(*row) < row_count_ ? static_cast<int>(*row) : -1;
 }
 
 const host::Value& GridModel::ValueAt(int row, int column) const {
+  if (released_) return kNothing;
   const host::Dataset& dataset = grid_.GetDataset();
   if (row < 0 || row >= row_count_ || column < 0 || column >= static_cast<int>(fields_.size())) return kNothing;
   const int field = fields_[static_cast<std::size_t>(column)];

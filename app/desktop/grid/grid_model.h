@@ -27,7 +27,11 @@ class GridModel : public QAbstractTableModel {
 
   explicit GridModel(host::Grid& grid, QObject* parent = nullptr);
 
+  /// Not once Released.
   host::Grid& GetGrid() const { return grid_; }
+  /// The grid goes: from here on it is not touched, the list is empty.
+  void Release();
+  bool Released() const { return released_; }
 
   /// Takes up what changed since the last call. Cheap when nothing did. Always ends with Refreshed.
   void Refresh();
@@ -98,6 +102,7 @@ class GridModel : public QAbstractTableModel {
   bool ordered_ = false;  // the rows stand as order_ says
   std::optional<std::size_t> seen_;
   int readings_ = 0;
+  bool released_ = false;
 };
 
 }  // namespace app::desktop

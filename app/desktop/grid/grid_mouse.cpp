@@ -16,7 +16,7 @@ bool GridView::TurnTo() {
   if (desk.Focused() == &model_.GetGrid()) return true;
   const QPointer<GridView> alive(this);
   emit KeyboardWanted();
-  if (!alive) return false;
+  if (!alive || model_.Released()) return false;
   // Where nobody follows, the act itself enters the grid. Where somebody did and the desk still is elsewhere, the
   // input that the person comes from did not let go.
   static const QMetaMethod kSignal = QMetaMethod::fromSignal(&GridView::KeyboardWanted);

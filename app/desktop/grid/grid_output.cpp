@@ -114,7 +114,7 @@ void GridOutput::Export(Format format) {
   dialog.setDefaultSuffix(ending);
   dialog.selectFile(FileName(Title()) + u'.' + ending);
   const QPointer<GridView> alive(&view_);
-  if (dialog.exec() != QDialog::Accepted || !alive) return;
+  if (dialog.exec() != QDialog::Accepted || !alive || model_.Released()) return;
   const QString path = dialog.selectedFiles().value(0);
   try {
     xlsx ? WriteXlsx(table, path.toStdString()) : WriteCsv(table, path.toStdString());

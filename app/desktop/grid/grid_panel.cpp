@@ -32,6 +32,8 @@ class GridPanel::Parts : public QObject {
   GridModel& Model() { return model_; }
   GridView& View() { return view_; }
   FilterLine& Filter() { return filter_; }
+  /// The grid goes now; the widgets stay, empty.
+  void Release();
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -103,15 +105,24 @@ GridPanel::Parts::Parts(GridPanel& panel, Station& station, host::Grid& grid, ho
 }
 
 GridPanel::Parts::~Parts() {
-  if (save_.isActive()) SaveLayout();
+  Release();
   delete panel_.layout();
+}
+
+void GridPanel::Parts::Release() {
+  if (model_.Released()) return;
+  if (save_.isActive()) SaveLayout();
+  dirty_.stop();
+  station_.GetTyping().End(&view_);
+  station_.disconnect(this);
+  model_.Release();
 }
 
 // Others may show the same component or the same rows; each hears of a change.
 void GridPanel::Parts::Watch(host::Handler& handler) {
   handler = [parts = QPointer<Parts>(this), former = handler] {
     if (former) former();
-    if (parts) parts->MarkDirty();
+    if (parts && !parts->model_.Released()) parts->MarkDirty();
   };
 }
 
@@ -176,7 +187,7 @@ void GridPanel::Parts::ShowFilter() {
 void GridPanel::Parts::FilterDone() {
   const QPointer<Parts> alive(this);
   if (view_.Actor().Live() && !view_.Actor().Enter()) return;
-  if (!alive) return;
+  if (!alive || model_.Released()) return;
   view_.TakeFocus();
   if (model_.CursorRow() >= 0 || model_.rowCount() == 0) return;
   if (view_.Actor().Live()) {
@@ -251,10 +262,12 @@ void GridPanel::Parts::SaveLayout() {
 void GridPanel::Parts::SortChanged(int column, Qt::SortOrder order) {
   if (arranging_) return;
   const QPointer<Parts> alive(this);
-  if (station_.GetTyping().Settle()) {
+  const bool settled = station_.GetTyping().Settle();
+  if (!alive || model_.Released()) return;
+  if (settled) {
     model_.SetOrder(column, order == Qt::DescendingOrder);
     save_.start();
-  } else if (alive) {
+  } else {
     arranging_ = true;
     view_.Header().setSortIndicator(model_.SortColumn(),
                                     model_.Descending() ? Qt::DescendingOrder : Qt::AscendingOrder);
@@ -282,13 +295,14 @@ void GridPanel::Parts::AddPopup(QMenu& menu) {
 }
 
 void GridPanel::Parts::ShowMenu(const QPoint& global) {
+  if (model_.Released()) return;
   const QPointer<Parts> alive(this);
   const bool live = view_.Actor().Live();
   QMenu menu(&view_);
   menu.setObjectName(QStringLiteral("grid_menu"));
   if (live && grid_.Popup != nullptr) {
     const bool opened = station_.Do([this] { return station_.Desk().OpenMenu(grid_); });
-    if (!alive) return;
+    if (!alive || model_.Released()) return;
     if (opened) AddPopup(menu);
   }
   const auto add = [&](const char* caption, const char* keys, const std::function<void()>& act) {
@@ -321,7 +335,13 @@ void GridPanel::Bind(Station& station, host::Grid& grid, host::UserSettings& set
   setFocusProxy(&parts_->View());
 }
 
-host::Grid* GridPanel::GetGrid() const { return parts_ == nullptr ? nullptr : &parts_->Model().GetGrid(); }
+host::Grid* GridPanel::GetGrid() const {
+  return parts_ == nullptr || parts_->Model().Released() ? nullptr : &parts_->Model().GetGrid();
+}
+
+void GridPanel::LetGo() {
+  if (parts_ != nullptr) parts_->Release();
+}
 
 // A person who types into the filter line is in the grid already.
 void GridPanel::TakeFocus() {

@@ -49,12 +49,14 @@ void GridView::changeEvent(QEvent* event) {
 // --- the cursor --------------------------------------------------------------------------------------------------
 
 QModelIndex GridView::Cursor() const {
+  if (model_.Released()) return {};
   const int row = model_.CursorRow();
   const int column = model_.GetGrid().SelectedColumn();
   return row < 0 || column < 0 ? QModelIndex() : model_.index(row, column);
 }
 
 void GridView::ShowCursor() {
+  if (model_.Released()) return;
   const std::size_t id = model_.GetGrid().GetDataset().CurrentId();
   const int column = model_.GetGrid().SelectedColumn();
   const bool moved = id != shown_id_ || column != shown_column_;
@@ -91,6 +93,7 @@ void GridView::LookAt(int row, int column) {
 }
 
 QRect GridView::CursorRect() const {
+  if (model_.Released()) return {};
   const int column = model_.GetGrid().SelectedColumn();
   if (column < 0) return {};
   if (model_.rowCount() > 0) return visualRect(Cursor());
