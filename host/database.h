@@ -81,9 +81,10 @@ class Database {
   /// what was done since then.
   virtual void RollbackTo(std::string_view name) = 0;
 
-  /// Holds the row of `table` (logical name) whose `key` column equals `value` for this station until the work of
-  /// the action is made durable or undone, so that two stations take turns. Waits for the other one; throws
-  /// DatabaseError when it does not finish in time. Nothing happens where there is no such row.
+  /// Holds the record of `table` (logical name) whose `key` column equals `value` for this station until the work of
+  /// the action is made durable or undone, so that two stations take turns: whoever stores, deletes or counts on the
+  /// record holds it first. Waits for the other one; throws DatabaseError when it does not finish in time. The record
+  /// need not exist, and who does not ask to hold it is not held back.
   virtual void LockRow(std::string_view table, std::string_view key, std::string_view value) = 0;
 };
 

@@ -7,6 +7,7 @@
 
 #include "app/firebird/errors.h"
 #include "app/firebird/query.h"
+#include "app/firebird/record_lock.h"
 #include "app/firebird/sql_tokens.h"
 
 namespace app::firebird {
@@ -76,19 +77,11 @@ void Connection::SetSavepoint(std::string_view name) { work_.SetSavepoint(name);
 
 void Connection::RollbackTo(std::string_view name) { work_.RollbackTo(name); }
 
-// Another station may replace the row (delete it and insert it anew) while this one waits for it. The waiting statement
-// then ends without a row, and the new one has to be held in its place.
+// The record's own row is left alone: another station may be replacing it (delete, insert anew), and there would be
+// none to hold in between.
 void Connection::LockRow(std::string_view table, std::string_view key, std::string_view value) {
-  const std::string look = "SELECT 1 FROM " + PhysicalName(table) + " WHERE " + std::string(key) + " = ?";
-  const std::string lock = look + " WITH LOCK";
-  // Another station may have deleted the row and inserted it anew while this one waited: the engine then finds none,
-  // but there is one. Even a plain look may fall between the two, so it takes several that agree.
-  constexpr int kLooks = 4;
-  for (int none = 0; none < kLooks; ++none) {
-    if (none > 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    if (RunPrepared(lock, lock, {host::Value(value)}, true).rows > 0) return;
-    if (RunPrepared(look, look, {host::Value(value)}, true).rows > 0) none = -1;
-  }
+  constexpr std::string_view k_lock = "SELECT NUMERO FROM TEC_TRAVA WHERE NUMERO = ? WITH LOCK";
+  RunPrepared(k_lock, k_lock, {RecordLock(PhysicalName(table), key, value)}, true);
 }
 
 // --- statements -----------------------------------------------------------------------------------------------------

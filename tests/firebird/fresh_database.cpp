@@ -4,7 +4,9 @@
 
 #include <cstdlib>
 #include <optional>
+#include <stdexcept>
 
+#include "app/embedded.h"
 #include "app/firebird/migrations.h"
 #include "host/errors.h"
 
@@ -42,13 +44,25 @@ INSERT INTO {T} VALUES ('A', 'Ação', '01', 'S', 'AB', 1, 10, 9000000000, 12.34
 INSERT INTO {T} (NUMERO) VALUES ('B');
 )";
 
+}  // namespace
+
+std::string SchemaText(std::string_view name) {
+  for (const app::EmbeddedFile& file : app::SchemaFiles()) {
+    if (file.name == name) return std::string(file.text);
+  }
+  throw std::logic_error("no migration of that name");
+}
+
+namespace {
+
 fs::path Template() {
   static const Folder kFolder;
   const fs::path file = kFolder / "modelo.fdb";
   if (!fs::exists(file)) {
     app::firebird::ConnectOptions options;
     options.database = file.string();
-    Migrate(*Database::Create(options), {{"0001_t.sql", kStructure}, {"0002_linhas.sql", kRows}});
+    Migrate(*Database::Create(options), {{"0001_t.sql", kStructure + SchemaText("0011_locks.sql")},
+                                         {"0002_linhas.sql", kRows + SchemaText("0012_lock_rows.sql")}});
   }
   return file;
 }

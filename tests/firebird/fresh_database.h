@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/firebird/database.h"
@@ -26,6 +27,9 @@ class Folder {
  private:
   std::filesystem::path path_;
 };
+
+/// A migration of the program's own database.
+std::string SchemaText(std::string_view name);
 
 /// Table {T}: a row per kind of column, two rows: 'A' and 'B'. Made once per run of the program and copied.
 class FreshDatabase : public ::testing::Test {

@@ -23,11 +23,15 @@ using Outcome = app::firebird::Database::Outcome;
 constexpr unsigned kLongestTest = 60;  // seconds, after which the test dies and the server with it
 constexpr const char* kLost = "A conexão com o banco de dados foi perdida.";
 
-const std::vector<app::firebird::Migration> kMigrations = {
-    {"0001_t.sql", "CREATE TABLE {T} (NUMERO VARCHAR(6) NOT NULL PRIMARY KEY, NOME VARCHAR(40) COLLATE WIN_PTBR);"},
-    {"0002_f.sql",
-     "SET TERM ^ ;\nCREATE FUNCTION DOBRO (N INTEGER) RETURNS INTEGER AS BEGIN RETURN N * 2; END^\nSET TERM ; ^"},
-    {"0003_linhas.sql", "INSERT INTO {T} VALUES ('A', 'Ação'); INSERT INTO {T} VALUES ('B', NULL);"}};
+std::vector<app::firebird::Migration> Migrations() {
+  return {
+      {"0001_t.sql", "CREATE TABLE {T} (NUMERO VARCHAR(6) NOT NULL PRIMARY KEY, NOME VARCHAR(40) COLLATE WIN_PTBR);\n" +
+                         SchemaText("0011_locks.sql")},
+      {"0002_f.sql",
+       "SET TERM ^ ;\nCREATE FUNCTION DOBRO (N INTEGER) RETURNS INTEGER AS BEGIN RETURN N * 2; END^\nSET TERM ; ^"},
+      {"0003_linhas.sql", "INSERT INTO {T} VALUES ('A', 'Ação'); INSERT INTO {T} VALUES ('B', NULL);\n" +
+                              SchemaText("0012_lock_rows.sql")}};
+}
 
 std::string Refusal(const std::function<void()>& act) {
   try {
@@ -52,7 +56,7 @@ class Server : public ::testing::Test {
     static int number = 0;
     name_ = "fiacao" + std::to_string(++number) + ".fdb";
     database_ = Database::Create(server_->Options(name_));
-    Migrate(*database_, kMigrations);
+    Migrate(*database_, Migrations());
   }
   ~Server() override {
     database_.reset();
@@ -105,7 +109,7 @@ TEST_F(Server, MakesTheDatabaseAsTheHouseWantsIt) {
   EXPECT_EQ(row->FieldByName("C").AsText(), "WIN1252");
   EXPECT_EQ(row->FieldByName("O").AsText(), "ADMIN");
   EXPECT_EQ(app::firebird::SchemaVersion(Db()), 3);
-  Migrate(*Another(), kMigrations);
+  Migrate(*Another(), Migrations());
 }
 
 TEST_F(Server, AnswersInTheProgramsCharacters) {
@@ -217,7 +221,7 @@ TEST_F(Server, AUserWorksWithTheRoleAndNotWithoutIt) {
   Exec(Db(), "GRANT TECELAGEM TO MARIA");
   Db().MakeDurable();
   const auto maria = Database::Open(Options("MARIA", "maria"));
-  Migrate(*maria, kMigrations);
+  Migrate(*maria, Migrations());
   Exec(*maria, "INSERT INTO {T} (NUMERO) VALUES ('M')");
   maria->MakeDurable();
   EXPECT_EQ(DurableNumbers(), "ABM");
@@ -228,7 +232,7 @@ TEST_F(Server, AUserWorksWithTheRoleAndNotWithoutIt) {
 TEST_F(Server, ATableOfALaterMigrationBelongsToTheRoleToo) {
   Exec(Db(), "GRANT TECELAGEM TO MARIA");
   Db().MakeDurable();
-  auto more = kMigrations;
+  auto more = Migrations();
   more.push_back({"0004_n.sql", "CREATE TABLE {N} (A VARCHAR(5));"});
   Migrate(Db(), more);
   const auto maria = Database::Open(Options("MARIA", "maria"));

@@ -1,12 +1,14 @@
 // Several stations on one database: waiting, taking turns, dying.
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <thread>
 
 #include "app/firebird/file_guard.h"
+#include "app/firebird/record_lock.h"
 #include "host/errors.h"
 #include "tests/firebird/child.h"
 #include "tests/firebird/fresh_database.h"
@@ -195,10 +197,53 @@ TEST_F(Stations, LockRowHoldsUntilTheActionEndsAndNeedsNoRow) {
   Db().LockRow("T", "NUMERO", "nenhum");
   Db().LockRow("T", "NUMERO", "A");
   EXPECT_THROW(other->LockRow("T", "NUMERO", "A"), host::DatabaseError);
+  EXPECT_THROW(other->LockRow("T", "NUMERO", "nenhum"), host::DatabaseError);
   other->LockRow("T", "NUMERO", "B");
   Db().EndAction(Outcome::kOk);
   EXPECT_EQ(Db().Stats().commits, 0u);
   other->LockRow("T", "NUMERO", "A");
+}
+
+// There is a moment in which the row is gone and the one that takes its place is not there yet.
+TEST_F(Stations, LockRowHoldsBetweenTheDeleteAndTheInsert) {
+  const auto other = OpenAnother();
+  Db().BeginAction();
+  Db().LockRow("T", "NUMERO", "A");
+  Exec("DELETE FROM {T} WHERE NUMERO = 'A'");
+  Db().CommitRetaining();
+  EXPECT_THROW(other->LockRow("T", "NUMERO", "A"), host::DatabaseError);
+  Exec("INSERT INTO {T} (NUMERO, INTEIRO) VALUES ('A', 11)");
+  Db().EndAction(Outcome::kOk);
+  other->BeginAction();
+  other->LockRow("T", "NUMERO", "A");
+  EXPECT_EQ(Get(*other, "SELECT INTEIRO FROM {T} WHERE NUMERO = 'A'"), "11");
+  other->EndAction(Outcome::kOk);
+}
+
+TEST_F(Stations, LockRowIsOneStatementAndKeepsTheRowForOthersToChange) {
+  const auto other = OpenAnother();
+  Db().BeginAction();
+  const auto before = Db().Stats().statements;
+  Db().LockRow("T", "NUMERO", "A");
+  EXPECT_EQ(Db().Stats().statements, before + 1);
+  Exec(*other, "UPDATE {T} SET CURTO = 5 WHERE NUMERO = 'A'");
+  other->CommitRetaining();
+  EXPECT_EQ(Get("SELECT CURTO FROM {T} WHERE NUMERO = 'A'"), "5");
+  Db().EndAction(Outcome::kOk);
+}
+
+TEST(RecordLock, IsTheSameAtEveryStationAndSpreadsTheKeys) {
+  using app::firebird::RecordLock;
+  EXPECT_EQ(RecordLock("TECEL_001", "NUMERO", "000001"), 318);
+  EXPECT_EQ(RecordLock("MATERIAL_001", "CODIGO", "Malha é 1"), 906);
+  EXPECT_EQ(RecordLock("TECEL_001", "NUMERO", "000001  "), RecordLock("TECEL_001", "NUMERO", "000001"));
+  EXPECT_NE(RecordLock("TECEL_002", "NUMERO", "000001"), RecordLock("TECEL_001", "NUMERO", "000001"));
+  // A thousand orders one after the other, as they stand side by side at the looms.
+  std::vector<int> used(app::firebird::kRecordLocks);
+  for (int number = 100000; number < 101000; ++number) {
+    ++used.at(static_cast<std::size_t>(RecordLock("TECEL_001", "NUMERO", std::to_string(number))));
+  }
+  EXPECT_LE(*std::max_element(used.begin(), used.end()), 8);
 }
 
 TEST_F(Stations, ProcessesDoNotLoseEachOthersWork) {
