@@ -121,14 +121,14 @@ class ToyEnvironment : public host::DeskEnvironment {
     return lookup_answer;
   }
   void ScreenShown(host::Screen& screen) override { View("shown " + screen.Caption()); }
-  void ScreenGone(host::Screen& screen) override { View("let go " + screen.Caption()); }
+  void ScreenGone(host::Screen& screen) override {
+    View("let go " + screen.Caption());
+    if (on_gone) on_gone(screen);
+  }
   void Settled() override { View("settled"); }
   void RunModal(host::Screen& screen) override {
     notes_.push_back("modal " + screen.Caption());
     if (on_modal) on_modal(screen);
-  }
-  void ScreenGone(host::Screen& screen) override {
-    if (on_gone) on_gone(screen);
   }
   std::optional<std::string> CheckStorable(std::string_view text) override {
     if (text.find("☃") == std::string_view::npos) return std::nullopt;
