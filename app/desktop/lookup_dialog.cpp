@@ -47,7 +47,6 @@ class OfferView : public QTableView {
     nothing_ = new QLabel(QStringLiteral("Nada encontrado"), viewport());
     nothing_->setObjectName(QStringLiteral("LblNada"));
     nothing_->setAlignment(Qt::AlignCenter);
-    nothing_->setEnabled(false);
   }
 
   int CurrentRow() const { return currentIndex().isValid() ? currentIndex().row() : -1; }

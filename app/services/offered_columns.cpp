@@ -20,6 +20,7 @@ struct Described {
   std::string_view caption;
   int width;
   std::string_view expression = {};
+  std::string_view format = kNumberFormat;  // of a number
 };
 
 // Documents and lots: what is no register.
@@ -47,8 +48,8 @@ const std::vector<Description>& Descriptions() {
         {"CODIGO", "Código", 15},
         {"COR", "Cor", 6},
         {"DEPOSITO", "Depósito", 8},
-        {"QTDE", "Quantidade", 12},
-        {"PRECO_MED", "Preço médio", 12},
+        {"QTDE", "Quantidade", 12, {}, "0.000"},
+        {"PRECO_MED", "Preço médio", 12, {}, "0.00"},
         {"LOCAL", "Local", 15}},
        false},
       {"PEDIDO",
@@ -133,7 +134,8 @@ OfferedTable FromDescription(const Description& description, const std::vector<S
   table.newest_first = description.newest_first;
   for (const Described& each : description.columns) {
     if (each.expression.empty()) {
-      AddStored(table.columns, stored, each.name, each.caption, each.width);
+      OfferedColumn* column = AddStored(table.columns, stored, each.name, each.caption, each.width);
+      if (column != nullptr && !column->shown.format.empty()) column->shown.format = each.format;
     } else {
       OfferedColumn& column = table.columns.emplace_back(Column({std::string(each.name), Kind::kText, each.width}));
       column.shown.caption = each.caption;

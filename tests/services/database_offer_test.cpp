@@ -79,7 +79,7 @@ TEST_F(Offer, NamesTheMillOfAnOrderAndTellsItsDate) {
 TEST_F(Offer, PutsNumbersToTheRight) {
   Over("MAT_ITEN", "LOTE");
   EXPECT_EQ(Column("QTDE").align, host::Align::kRight);
-  EXPECT_EQ(Column("QTDE").format, "0.######");
+  EXPECT_EQ(Column("QTDE").format, "0.000");
   EXPECT_EQ(Column("LOTE").align, host::Align::kLeft);
 }
 
