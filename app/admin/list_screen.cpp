@@ -16,7 +16,10 @@ void ListScreen::Wire(const Parts& parts) {
   parts.close.OnClick = [this] { Close(); };
 }
 
-void ListScreen::FormShow() { Reload(); }
+void ListScreen::FormShow() {
+  Reload();
+  if (!new_) parts_->grid.SetFocus();
+}
 
 void ListScreen::BtnIncluirClick() {
   NeedAdministrator();
@@ -32,6 +35,7 @@ void ListScreen::BtnGravarClick() {
   NeedAdministrator();
   Save();
   new_ = changed_ = false;
+  AllowParts();
   Reload();
 }
 

@@ -43,8 +43,8 @@ class ListScreen : public AdminScreen {
   virtual void ShowRecord() = 0;
   /// Empties the inputs for a new record.
   virtual void ShowNew() = 0;
-  /// Stores what the inputs hold and asks for it to be made durable. Refuses by host::Abort before anything is written,
-  /// by host::InputError afterwards.
+  /// Stores what the inputs hold and makes it durable: when the list cannot be read again afterwards, nothing is left
+  /// to be stored. Refuses by host::Abort before anything is written, by host::InputError afterwards.
   virtual void Save() = 0;
   /// "o usuário \"ANA\"", for the question.
   virtual std::string TheRecord() const = 0;

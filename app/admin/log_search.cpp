@@ -5,7 +5,8 @@
 namespace app::admin {
 namespace {
 
-// Names the next value of an indexed column until there is none.
+// Names the next value of an indexed column until there is none. "Greater than the last" would walk over all rows that
+// have the last one; the least text greater than it, blanks to the column's width and one sign more, leaps over them.
 std::vector<std::string> Distinct(firebird::Database& database, const char* sql) {
   std::vector<std::string> values;
   for (std::string last;;) {
@@ -39,11 +40,15 @@ std::unique_ptr<host::TTIQuery> FindLogRows(firebird::Database& database, const 
 }
 
 std::vector<std::string> LogSubjects(firebird::Database& database) {
-  return Distinct(database, "SELECT FIRST 1 ASSUNTO AS VALOR FROM TEC_LOG WHERE ASSUNTO > ? ORDER BY ASSUNTO");
+  return Distinct(database,
+                  "SELECT FIRST 1 ASSUNTO AS VALOR FROM TEC_LOG "
+                  "WHERE ASSUNTO >= RPAD(CAST(? AS VARCHAR(40)), 40) || '!' ORDER BY ASSUNTO");
 }
 
 std::vector<std::string> LogUsers(firebird::Database& database) {
-  return Distinct(database, "SELECT FIRST 1 USUARIO AS VALOR FROM TEC_LOG WHERE USUARIO > ? ORDER BY USUARIO");
+  return Distinct(database,
+                  "SELECT FIRST 1 USUARIO AS VALOR FROM TEC_LOG "
+                  "WHERE USUARIO >= RPAD(CAST(? AS VARCHAR(50)), 50) || '!' ORDER BY USUARIO");
 }
 
 }  // namespace app::admin

@@ -14,13 +14,13 @@ namespace app::admin {
 
 /// What is empty or zero does not matter.
 struct LogFilter {
-  host::Date from;
-  host::Date to;  // that day included
-  std::string user;
-  std::string subject;
-  std::optional<host::LogOperation> operation;
-  std::string text;  // anywhere in the text, without regard to case and accents
-  std::string key;   // beginning of the key
+  host::Date from = {};
+  host::Date to = {};  // that day included
+  std::string user = {};
+  std::string subject = {};
+  std::optional<host::LogOperation> operation = {};
+  std::string text = {};  // anywhere in the text, without regard to case and accents
+  std::string key = {};   // beginning of the key
 };
 
 /// The newest rows first, at most `limit`: DATA_HORA, USUARIO, ASSUNTO, OPERACAO, TEXTO, CHAVE.

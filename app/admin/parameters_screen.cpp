@@ -11,6 +11,12 @@ namespace {
 constexpr const char* kLogSubject = "PARAMETROS";
 constexpr std::size_t kValueWidth = 100;
 
+// Of a row of the table or of the grid.
+template <typename Rows>
+std::pair<std::string, int> KeyOf(const Rows& rows) {
+  return {rows.FieldByName("GRUPO").AsText(), static_cast<int>(rows.FieldByName("NUMERO").AsInteger())};
+}
+
 std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
 
 }  // namespace
@@ -56,8 +62,7 @@ std::map<TfmParametros::Key, std::string> TfmParametros::Stored() const {
   std::map<Key, std::string> values;
   const auto rows = Db().Query("SELECT GRUPO, NUMERO, VALOR FROM TEC_PARAMETRO", {});
   for (; !rows->Eof(); rows->Next()) {
-    const Key key(rows->FieldByName("GRUPO").AsText(), static_cast<int>(rows->FieldByName("NUMERO").AsInteger()));
-    values[key] = rows->FieldByName("VALOR").AsText();
+    values[KeyOf(*rows)] = rows->FieldByName("VALOR").AsText();
   }
   for (const ParameterInfo& known : KnownParameters()) values.try_emplace({std::string(known.group), known.number});
   return values;
@@ -109,8 +114,7 @@ void TfmParametros::ShowAllowed() {
 bool TfmParametros::HasUnsavedWork() const {
   if (TbParametros.InEdit()) return true;
   for (host::DatasetCursor rows(TbParametros); !rows.Eof(); rows.Next()) {
-    const Key key(rows.FieldByName("GRUPO").AsText(), static_cast<int>(rows.FieldByName("NUMERO").AsInteger()));
-    if (loaded_.at(key) != rows.FieldByName("VALOR").AsText()) return true;
+    if (loaded_.at(KeyOf(rows)) != rows.FieldByName("VALOR").AsText()) return true;
   }
   return false;
 }
@@ -139,7 +143,7 @@ void TfmParametros::BtnGravarClick() {
   TakeTurn(Db(), "TEC_PARAMETRO");
   const std::map<Key, std::string> stored = Stored();
   for (host::DatasetCursor rows(TbParametros); !rows.Eof(); rows.Next()) {
-    const Key key(rows.FieldByName("GRUPO").AsText(), static_cast<int>(rows.FieldByName("NUMERO").AsInteger()));
+    const Key key = KeyOf(rows);
     const std::string value = rows.FieldByName("VALOR").AsText();
     if (value == loaded_.at(key)) continue;
     const auto now = stored.find(key);
@@ -149,7 +153,10 @@ void TfmParametros::BtnGravarClick() {
     }
     Store(key, value);
   }
-  Db().CommitRetaining();
+  Db().MakeDurable();
+  for (host::DatasetCursor rows(TbParametros); !rows.Eof(); rows.Next()) {
+    loaded_[KeyOf(rows)] = rows.FieldByName("VALOR").AsText();
+  }
   Load();
 }
 

@@ -43,6 +43,9 @@ void TfmSenha::BtnGravarClick() {
 
 void TfmSenha::CheckInputs() {
   if (EdtNova.Text().empty()) Refuse("Informe a senha nova.", EdtNova);
+  if (ServerKeepsPasswords(application_.GetDatabase())) {
+    if (const auto objection = ServerPasswordObjection(EdtNova.Text())) Refuse(*objection, EdtNova);
+  }
   if (EdtNova.Text() != EdtRepita.Text()) Refuse("As duas senhas novas são diferentes.", EdtNova);
 }
 

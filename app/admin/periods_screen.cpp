@@ -134,7 +134,8 @@ void TfmPeriodos::Save() {
   if (loaded_) CheckStillThere();
   CheckOverlap(period);
   Store(period);
-  Db().CommitRetaining();
+  Db().MakeDurable();
+  loaded_ = period;
 }
 
 void TfmPeriodos::Store(const PeriodRecord& period) {
@@ -156,7 +157,7 @@ void TfmPeriodos::Delete() {
   CheckStillThere();
   Db().Execute("DELETE FROM TEC_PERIODO WHERE AREA = ? AND DT_INICIO = ?", {loaded_->area, loaded_->from});
   Services().GeraLog(kLogSubject, State(*loaded_), host::LogOperation::kDeletion, LogKey(*loaded_), nullptr);
-  Db().CommitRetaining();
+  Db().MakeDurable();
 }
 
 }  // namespace app::admin

@@ -1,5 +1,7 @@
 #include "app/admin/server_people.h"
 
+#include <algorithm>
+
 #include "app/firebird/attachment.h"
 #include "app/firebird/rights.h"
 #include "app/services/key_condition.h"
@@ -17,7 +19,6 @@ std::string Name(const std::string& code) {
 // The engine carries these out when the transaction ends. Its refusal is not passed on: the statement holds a password.
 bool Carried(firebird::Database& database, const std::string& statement) {
   try {
-    database.MakeDurable();
     database.BeginAction();
     try {
       database.Execute(statement, {});
@@ -37,6 +38,12 @@ bool Carried(firebird::Database& database, const std::string& statement) {
 
 bool ServerKeepsPasswords(const firebird::Database& database) {
   return firebird::IsServerPath(database.Options().database);
+}
+
+std::optional<std::string> ServerPasswordObjection(std::string_view password) {
+  const auto plain = [](char letter) { return letter >= ' ' && letter <= '~'; };
+  if (std::all_of(password.begin(), password.end(), plain)) return std::nullopt;
+  return "No servidor a senha tem somente letras sem acento, algarismos e sinais.";
 }
 
 std::optional<std::string> AdmitOnServer(firebird::Database& database, const std::string& code,

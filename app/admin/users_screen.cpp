@@ -192,8 +192,11 @@ void TfmUsuarios::CheckInputs(const UserRecord& user) {
   if (user.name.empty()) Refuse("Informe o nome.", EdtNome);
   if (NameTaken(Db(), user.name, user.code)) Refuse("Outro usuário já tem esse nome.", EdtNome);
   if (EdtSenha.Text() != EdtRepita.Text()) Refuse("As duas senhas são diferentes.", EdtSenha);
-  // At a server the person may have a password already.
-  if (IsNew() && EdtSenha.Text().empty() && !ServerKeepsPasswords(Db())) Refuse("Informe a senha.", EdtSenha);
+  if (ServerKeepsPasswords(Db())) {
+    if (const auto objection = ServerPasswordObjection(EdtSenha.Text())) Refuse(*objection, EdtSenha);
+  } else if (IsNew() && EdtSenha.Text().empty()) {  // at a server the person may have one already
+    Refuse("Informe a senha.", EdtSenha);
+  }
 }
 
 std::optional<UserRecord> TfmUsuarios::StoredBefore(const UserRecord& user) const {
@@ -232,9 +235,10 @@ void TfmUsuarios::Save() {
     if (!on_server) mill::SetPassword(Db(), user.code, password);
     Services().GeraLog(kLogSubject, "Senha definida", host::LogOperation::kAlteration, user.code, nullptr);
   }
-  Db().CommitRetaining();
-  if (on_server) TellServer(user, password, !before);
+  Db().MakeDurable();
+  loaded_ = user;
   EdtCodigo.SetText(user.code);
+  if (on_server && (!before || !password.empty())) TellServer(user.code, password);
 }
 
 void TfmUsuarios::Log(const UserRecord& user, const std::optional<UserRecord>& before) {
@@ -261,10 +265,8 @@ void TfmUsuarios::Log(const UserRecord& user, const std::optional<UserRecord>& b
 }
 
 // The program's user is stored whatever the server says: its administrator may do his part later.
-void TfmUsuarios::TellServer(const UserRecord& user, const std::string& password, bool is_new) {
-  if (!is_new && password.empty()) return;
-  Db().MakeDurable();
-  if (const auto refusal = AdmitOnServer(Db(), user.code, password)) Warn(*refusal);
+void TfmUsuarios::TellServer(const std::string& code, const std::string& password) {
+  if (const auto refusal = AdmitOnServer(Db(), code, password)) Warn(*refusal);
 }
 
 void TfmUsuarios::Delete() {
@@ -284,9 +286,8 @@ void TfmUsuarios::Delete() {
   }
   DeleteUser(Db(), user.code);
   Services().GeraLog(kLogSubject, user.name, host::LogOperation::kDeletion, user.code, nullptr);
-  Db().CommitRetaining();
-  if (!ServerKeepsPasswords(Db())) return;
   Db().MakeDurable();
+  if (!ServerKeepsPasswords(Db())) return;
   if (const auto refusal = ShutOutOnServer(Db(), user.code)) Warn(*refusal);
 }
 

@@ -41,7 +41,7 @@ class TfmUsuarios : public ListScreen {
   std::optional<UserRecord> StoredBefore(const UserRecord& user) const;
   void CheckAccess(const UserRecord& user, const std::optional<UserRecord>& before) const;
   void Log(const UserRecord& user, const std::optional<UserRecord>& before);
-  void TellServer(const UserRecord& user, const std::string& password, bool is_new);
+  void TellServer(const std::string& code, const std::string& password);
 
  public:
   // In tab order.
