@@ -1,6 +1,11 @@
 // The installation's parameters: what they take, and from when on it counts.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <fstream>
+#include <string>
+#include <vector>
+
 #include "admin/admin_mill.h"
 #include "app/admin/parameter_list.h"
 
@@ -57,6 +62,22 @@ TEST_F(ParametersScreen, AFreshInstallationHasOnlyValuesThatAreAllowed) {
         app::admin::FindParameter(row.at("GRUPO").AsText(), static_cast<int>(row.at("NUMERO").AsInteger()));
     ASSERT_NE(known, nullptr) << row.at("GRUPO").AsText();
     EXPECT_EQ(app::admin::ParameterObjection(*known, row.at("VALOR").AsText()), std::nullopt);
+  }
+}
+
+TEST(ParameterList, TheGuideNamesEveryParameterAndValue) {
+  std::ifstream guide(TECELAGEM_SOURCE_DIR "/docs/administration.md");
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(guide, line);) lines.push_back(line);
+  for (const auto& known : app::admin::KnownParameters()) {
+    const std::string name = "| `" + std::string(known.group) + "` " + std::to_string(known.number) + " |";
+    const auto row =
+        std::find_if(lines.begin(), lines.end(), [&](const std::string& line) { return line.starts_with(name); });
+    ASSERT_NE(row, lines.end()) << name;
+    for (const auto& allowed : known.allowed) {
+      const std::string value = allowed.value.empty() ? "empty" : "`" + std::string(allowed.value) + "`";
+      EXPECT_NE(row->find(value, name.size()), std::string::npos) << name << " " << value;
+    }
   }
 }
 
