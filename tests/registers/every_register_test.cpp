@@ -161,10 +161,9 @@ class Shifts : public test::RegisterMill {
   app::registers::TfmRegister& screen = Open("TfmTurnos");
   host::Grid& hours = mill.GridOf(screen, "TbDetalhe");
   std::string Hours(int day) {
-    return Text(
-        "SELECT CAST(ENTRADA AS VARCHAR(5)) || '-' || CAST(SAIDA AS VARCHAR(5)) FROM {TURNO_HORARIOS} WHERE "
-        "TURNO = '1' AND DIA = " +
-        std::to_string(day));
+    const auto rows =
+        mill.Rows("SELECT ENTRADA, SAIDA FROM {TURNO_HORARIOS} WHERE TURNO = '1' AND DIA = " + std::to_string(day));
+    return rows.empty() ? "" : rows[0].at("ENTRADA").AsText() + " " + rows[0].at("SAIDA").AsText();
   }
 };
 
@@ -185,9 +184,9 @@ TEST_F(Shifts, StoreTheHoursOfEachDay) {
   EXPECT_TRUE(screen.HasUnsavedWork());
   EXPECT_EQ(mill.Click(screen, "BtnGravar"), ActResult::kDone);
   EXPECT_EQ(Said(), "");
-  EXPECT_EQ(Hours(7), "05:15-12:00");
+  EXPECT_EQ(Hours(7), "05:15:00 12:00:00");
   EXPECT_EQ(Hours(1), "");
-  EXPECT_EQ(Hours(2), "06:00-14:00");
+  EXPECT_EQ(Hours(2), "06:00:00 14:00:00");
   EXPECT_EQ(hours.GetDataset().ValueAt(7, 1).AsText(), "05:15");
   EXPECT_FALSE(screen.HasUnsavedWork());
 }
@@ -201,7 +200,7 @@ TEST_F(Shifts, RefuseWhatIsNoTimeAndALineHalfFilledIn) {
   EXPECT_EQ(Said(), "Terça-feira: falta o campo \"Entrada\".");
   EXPECT_EQ(Focused(), "GrdDetalhe");
   EXPECT_EQ(hours.GetDataset().RecNo(), 3u);
-  EXPECT_EQ(Hours(3), "06:00-14:00");
+  EXPECT_EQ(Hours(3), "06:00:00 14:00:00");
 }
 
 TEST_F(Shifts, ALineBelowTheLastVanishes) {

@@ -124,7 +124,8 @@ TEST_F(Files, AFailureAtAnyStatementOfAnImportLeavesNothing) {
     ASSERT_LT(n, 60);
     for (const auto& left : mill.Person().Unused()) {
       ASSERT_NE(left, "") << n;
-      mill.Person().AskFile({.title = "Importar Cores"});  // never got as far as the file
+      mill.Person().AskFile(
+          {.save = false, .title = "Importar Cores", .kind = "", .proposed = ""});  // never got as far as the file
     }
   }
   EXPECT_GT(n, 5);
