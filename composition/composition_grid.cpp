@@ -35,12 +35,12 @@ bool FilledByProgram(std::string_view field) {
 
 // In characters: as much as usually stands there; the descriptions are cut before the colours are pushed out of sight.
 int FixedWidth(std::string_view field) {
-  if (field == "Codigo") return 15;
-  if (field == "Descricao") return 26;
-  if (field == "Milimetros" || field == "Consumo" || field == "Perc") return 10;
-  if (field == "Desc_Regra") return 18;
+  if (field == "Codigo" || field == "Desc_Regra") return 12;
+  if (field == "Descricao") return 22;
+  if (field == "Milimetros") return 10;
+  if (field == "Consumo" || field == "Perc") return 9;
   if (field == "Ordem" || field == "NE" || field == "Regra" || field == "ROCA") return 6;
-  return 9;
+  return 8;
 }
 
 // The heading names the colour; a long name is cut.

@@ -146,11 +146,11 @@ void TFmMovBaiFio::FormCreate() {
 }
 
 void TFmMovBaiFio::ColunasDoEstoque() {
-  std::vector<host::GridColumn> columns = {Shown("Codigo", "Código", 15),
-                                           Shown("Descricao", "Descrição", 32),
+  std::vector<host::GridColumn> columns = {Shown("Codigo", "Código", 12),
+                                           Shown("Descricao", "Descrição", 22),
                                            Shown("Cor", "Cor", 6),
                                            Shown("Deposito", "Depósito", 9),
-                                           Shown("Lote", "Lote", 15),
+                                           Shown("Lote", "Lote", 13),
                                            Quantity("Qtde", "Qtde", 11),
                                            Quantity("Qtde_B", "Qtde. B", 11),
                                            Quantity("Reservadas", "Reservadas", 11),
