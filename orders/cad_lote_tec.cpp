@@ -80,7 +80,7 @@ void TfmCadLoteTec::PlaceOnPages() {
   PageControl2.Place(1, {&EdtObs});
   BtnIncluir.Shortcut = host::Key::kF2;
   BtnConsultar.Shortcut = host::Key::kF3;
-  BtnAConsultar.Shortcut = host::Key::kF5;
+  BtnAConsultar.Shortcut = host::Key::kF3;  // the one in sight is pressed
 }
 
 void TfmCadLoteTec::WireDatasets() {

@@ -53,11 +53,15 @@ void TfmCadLoteTec::ShowItems(host::TTIQuery& order) {
   const Quiet quiet(*this);
   TbItens.Empty();
   TbFios.Empty();
+  // Each explosion adds up the whole order for each of its yarns; that is worth avoiding once there are several.
+  explosion_.Forget();
+  if (order.RecordCount() > 1) explosion_.Remember(EdtNumero.Text());
   for (; !order.Eof(); order.Next()) {
     AppendItem(order);
     Armazena_Explosao_Fios(TbItens["Codigo"].AsText(), TbItens["Cor"].AsText(), TbItens["Unidade"].AsText(),
                            TbItens["Qtde"].AsFloat(), TbItens["Peso"].AsFloat());
   }
+  explosion_.Forget();
   TbItens.First();
   TbFios.SetIndex("Codigo;Cor");
   TbFios.First();
@@ -134,6 +138,7 @@ void TfmCadLoteTec::LimpaTela() {
     description->SetText("");
   }
   FiltraEstoqueFios();
+  explosion_.Forget();
   watch_.Nothing();
   saved_work_ = WorkOnScreen();
 }

@@ -1,5 +1,7 @@
 #include "orders/yarn_explosion.h"
 
+#include <algorithm>
+
 #include "host/decimal.h"
 
 namespace orders {
@@ -58,23 +60,66 @@ std::string YarnExplosion::RemainingConsumption(std::string_view order, bool met
   return sql;
 }
 
-void YarnExplosion::Add(std::string_view order, const FabricDemand& fabric) {
-  const auto rows = Composition(order, fabric);
-  const double kilograms = InMetres(fabric) ? fabric.quantity * fabric.weight : fabric.quantity;
+void YarnExplosion::Remember(std::string_view order) {
+  const Words& w = words_;
+  const auto rows = OpenQuery(
+      database_, {"SELECT COMP.MATERIAL, COMP.COR, COMP.CODIGO, COMP.COR_I, COMP.LFA, COMP.ROCA, COMP.PERC",
+                  "FROM " + w.Named("TECEL_ITEN"),
+                  "INNER JOIN " + w.Table("COMP_MATERIAL") +
+                      " COMP ON (COMP.MATERIAL = TECEL_ITEN.CODIGO AND COMP.COR = TECEL_ITEN.COR)",
+                  "WHERE TECEL_ITEN.NUMERO = " + w.Text(order), "AND NOT (COMP.COR_I LIKE " + w.Text("%*%") + ")"});
+  remembered_.emplace();
   for (; !rows->Eof(); rows->Next()) {
-    const double consumption = kilograms / 100 * rows->FieldByName("PERC").AsFloat();
-    // The yarn list keeps feeders as a whole number, so that is what they are compared as.
-    const bool known = yarns_.Locate("codigo;cor;lfa;roca",
-                                     {rows->FieldByName("CODIGO"), rows->FieldByName("COR"), rows->FieldByName("LFA"),
-                                      host::Value(rows->FieldByName("ROCA").AsInteger())});
-    if (!known) {
-      AppendYarn(*rows, fabric, consumption);
-      continue;
-    }
-    yarns_.Edit();
-    yarns_["Consumo"].Set(yarns_["Consumo"].AsFloat() + consumption);
-    yarns_.Post();
+    const Fabric fabric(rows->FieldByName("MATERIAL").AsText(), rows->FieldByName("COR").AsText());
+    (*remembered_)[fabric].push_back(LineOf(*rows, "COR_I"));
   }
+}
+
+// The yarn list keeps feeders as a whole number, so that is what they are compared as.
+YarnExplosion::Line YarnExplosion::LineOf(const host::TTIQuery& row, std::string_view colour_column) {
+  return {.yarn = row.FieldByName("CODIGO"),
+          .colour = row.FieldByName(colour_column),
+          .lfa = row.FieldByName("LFA"),
+          .feeders = host::Value(row.FieldByName("ROCA").AsInteger()),
+          .percentage = row.FieldByName("PERC").AsFloat()};
+}
+
+bool YarnExplosion::Stands(const Line& line) {
+  return yarns_.Locate("codigo;cor;lfa;roca", {line.yarn, line.colour, line.lfa, line.feeders});
+}
+
+bool YarnExplosion::AllStand(const std::vector<Line>& lines) {
+  return std::all_of(lines.begin(), lines.end(), [this](const Line& line) { return Stands(line); });
+}
+
+void YarnExplosion::Add(std::string_view order, const FabricDemand& fabric) {
+  const double kilograms = InMetres(fabric) ? fabric.quantity * fabric.weight : fabric.quantity;
+  if (remembered_) {
+    const std::vector<Line>& lines = (*remembered_)[{fabric.code, fabric.colour}];
+    if (AllStand(lines)) {
+      for (const Line& line : lines) {
+        Stands(line);
+        AddConsumption(kilograms / 100 * line.percentage);
+      }
+      return;
+    }
+  }
+  const auto rows = Composition(order, fabric);
+  for (; !rows->Eof(); rows->Next()) {
+    const Line line = LineOf(*rows, "COR");
+    const double consumption = kilograms / 100 * line.percentage;
+    if (Stands(line)) {
+      AddConsumption(consumption);
+    } else {
+      AppendYarn(*rows, fabric, consumption);
+    }
+  }
+}
+
+void YarnExplosion::AddConsumption(double consumption) {
+  yarns_.Edit();
+  yarns_["Consumo"].Set(yarns_["Consumo"].AsFloat() + consumption);
+  yarns_.Post();
 }
 
 void YarnExplosion::AppendYarn(const host::TTIQuery& row, const FabricDemand& fabric, double consumption) {
