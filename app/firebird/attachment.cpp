@@ -22,8 +22,10 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr unsigned kDialect = 3;
-constexpr int kConnectSeconds = 10;  // how long a server may take to say anything; the library would wait minutes
-constexpr unsigned kUtf8 = 4;        // the engine's number of the connection's character set
+// How long a server may take to say anything; the library would wait minutes.
+constexpr int kConnectSeconds = 10;
+constexpr int kConnectAgainSeconds = 4;  // a person waits at a screen
+constexpr unsigned kUtf8 = 4;            // the engine's number of the connection's character set
 
 class Parameters {
  public:
@@ -123,9 +125,25 @@ bool IsServerPath(std::string_view database) {
 Attachment::Attachment(const ConnectOptions& options, bool create) : lock_timeout_(options.lock_timeout_seconds) {
   const std::lock_guard lock(AttachMutex());
   PrepareLibrary();
+  Attach(options, create, kConnectSeconds);
+}
+
+Attachment::~Attachment() {
+  const std::lock_guard lock(AttachMutex());
+  Detach();
+}
+
+void Attachment::AttachAgain(const ConnectOptions& options) {
+  const std::lock_guard lock(AttachMutex());
+  Detach();
+  Attach(options, false, kConnectAgainSeconds);
+  status_.ForgetLoss();
+}
+
+void Attachment::Attach(const ConnectOptions& options, bool create, int patience) {
   try {
     if (IsServerPath(options.database)) {
-      AttachServer(options, create);
+      AttachServer(options, create, patience);
     } else {
       AttachFile(options, create);
     }
@@ -134,9 +152,8 @@ Attachment::Attachment(const ConnectOptions& options, bool create) : lock_timeou
   }
 }
 
-Attachment::~Attachment() {
+void Attachment::Detach() {
   if (!handle_) return;
-  const std::lock_guard lock(AttachMutex());
   if (guard_) UseLockDirectory(guard_->Directory());
   try {
     handle_->detach(&status_);
@@ -166,12 +183,12 @@ void Attachment::AttachFile(const ConnectOptions& options, bool create) {
   if (create) guard_->Mark();
 }
 
-void Attachment::AttachServer(const ConnectOptions& options, bool create) {
+void Attachment::AttachServer(const ConnectOptions& options, bool create, int patience) {
   name_ = options.database;
   Parameters parameters(status_, api::IXpbBuilder::DPB);
   if (!options.user.empty()) parameters.Text(isc_dpb_user_name, options.user);
   if (!options.password.empty()) parameters.Text(isc_dpb_password, options.password);
-  parameters.Number(isc_dpb_connect_timeout, kConnectSeconds);
+  parameters.Number(isc_dpb_connect_timeout, patience);
   // A user to whom the role was not given works with his own rights.
   if (!create) parameters.Text(isc_dpb_sql_role_name, kStationRole);
   parameters.Text(isc_dpb_config, "Providers = Remote\n");

@@ -23,6 +23,12 @@ class Attachment {
   Attachment(const Attachment&) = delete;
   Attachment& operator=(const Attachment&) = delete;
 
+  /// A call found the connection gone: nothing more can be done on it, and what was pending is undone by the server.
+  bool Lost() const { return status_.SawLoss(); }
+  /// Attaches anew. Everything that was made on the lost connection must have been let go. Throws host::DatabaseError
+  /// in one sentence; the connection is still lost then.
+  void AttachAgain(const ConnectOptions& options);
+
   Ref<api::ITransaction> Start(bool read_only);
   Ref<api::IStatement> Prepare(api::ITransaction* transaction, std::string_view sql);
   std::string ReadBlob(api::ITransaction* transaction, ISC_QUAD id, const Column& column);
@@ -34,8 +40,10 @@ class Attachment {
   const std::string& Name() const { return name_; }
 
  private:
+  void Attach(const ConnectOptions& options, bool create, int patience);
   void AttachFile(const ConnectOptions& options, bool create);
-  void AttachServer(const ConnectOptions& options, bool create);
+  void AttachServer(const ConnectOptions& options, bool create, int patience);
+  void Detach();
 
   Status status_;
   Statistics counters_;

@@ -49,11 +49,27 @@ void Connection::Announced(std::string_view sql) {
 
 // --- durability -----------------------------------------------------------------------------------------------------
 
-void Connection::BeginAction() { ++depth_; }
+// An action inside an action begins when the program has waited for the person, who then was told of a loss.
+void Connection::BeginAction() {
+  ++depth_;
+  refusal_.clear();
+  lost_work_.clear();
+}
 
 void Connection::EndAction(Outcome outcome) {
   if (depth_ > 0) --depth_;
   const bool outermost = depth_ == 0;
+  const std::string lost_work = lost_work_;
+  if (outermost || outcome == Outcome::kFailed) lost_work_.clear();
+  if (outermost) refusal_.clear();
+  if (outermost && !lost_work.empty() && outcome != Outcome::kFailed) {
+    work_.ForgetSavepoints();
+    throw host::DatabaseError(lost_work, 0, "COMMIT");
+  }
+  Noticing([&] { End(outcome, outermost); });
+}
+
+void Connection::End(Outcome outcome, bool outermost) {
   switch (outcome) {
     case Outcome::kOk:
       if (outermost) work_.Commit();
@@ -69,13 +85,59 @@ void Connection::EndAction(Outcome outcome) {
   if (outermost) work_.ForgetSavepoints();
 }
 
-void Connection::MakeDurable() { work_.Commit(); }
+void Connection::MakeDurable() {
+  if (!lost_work_.empty()) throw host::DatabaseError(lost_work_, 0, "COMMIT");
+  Noticing([&] { work_.Commit(); });
+}
 
-void Connection::CommitRetaining() { work_.Request(depth_ > 0); }
+void Connection::CommitRetaining() {
+  Noticing([&] { work_.Request(depth_ > 0); });
+}
 
-void Connection::SetSavepoint(std::string_view name) { work_.SetSavepoint(name); }
+void Connection::SetSavepoint(std::string_view name) {
+  NeedConnection("SAVEPOINT " + std::string(name));
+  Noticing([&] { work_.SetSavepoint(name); });
+}
 
-void Connection::RollbackTo(std::string_view name) { work_.RollbackTo(name); }
+void Connection::RollbackTo(std::string_view name) {
+  NeedConnection("ROLLBACK TO " + std::string(name));
+  Noticing([&] { work_.RollbackTo(name); });
+}
+
+// --- a connection that goes and comes back --------------------------------------------------------------------------
+
+void Connection::Noticing(const std::function<void()>& act) {
+  try {
+    act();
+  } catch (const host::DatabaseError& error) {
+    NoticeLoss(error.what());
+    throw;
+  }
+}
+
+void Connection::NoticeLoss(std::string_view told) {
+  if (!attachment_.Lost()) return;
+  statements_.Clear();
+  plans_.Clear();
+  const bool pending = work_.Drop() || told == kConnectionLostInCommit;
+  if (depth_ == 0) return;
+  if (pending && lost_work_.empty()) lost_work_ = told;
+  if (refusal_.empty()) refusal_ = told;
+}
+
+void Connection::NeedConnection(std::string_view sql) {
+  if (!attachment_.Lost()) return;
+  if (!refusal_.empty()) throw host::DatabaseError(refusal_, 0, std::string(sql));
+  NoticeLoss(kConnectionLost);  // it may have been met where nothing is thrown, such as a rollback
+  refusal_.clear();
+  try {
+    attachment_.AttachAgain(options_);
+  } catch (const host::DatabaseError& error) {
+    // One wait for a server that does not answer is enough for one action.
+    if (depth_ > 0) refusal_ = error.what();
+    throw host::DatabaseError(error.what(), error.Code(), std::string(sql));
+  }
+}
 
 // The record's own row is left alone: another station may be replacing it (delete, insert anew), and there would be
 // none to hold in between.
@@ -170,7 +232,13 @@ RowSet Connection::Run(std::string_view told, const std::function<RowSet()>& onc
     } catch (const EngineError& error) {
       // The engine says "deadlock" also when its own waiting has come to its end; that shows in the time it took.
       const bool waited_out = (Clock::now() - sent) * 5 >= patience * 4;
-      if (!IsConflict(error) || waited_out || Clock::now() >= deadline) throw ToDatabaseError(error, told);
+      if (!IsConflict(error) || waited_out || Clock::now() >= deadline) {
+        NoticeLoss(kConnectionLost);
+        throw ToDatabaseError(error, told);
+      }
+    } catch (const host::DatabaseError& error) {
+      NoticeLoss(error.what());
+      throw;
     }
     ++attachment_.Counters().retries;
     PauseBeforeRetry();
@@ -179,10 +247,12 @@ RowSet Connection::Run(std::string_view told, const std::function<RowSet()>& onc
 
 RowSet Connection::RunPrepared(std::string_view told, std::string_view engine_sql,
                                const std::vector<host::Value>& values, bool want_rows) {
+  NeedConnection(told);
   return Run(told, [&] { return RunOn(*Find(engine_sql), values, want_rows); });
 }
 
 RowSet Connection::RunText(const std::string& sql, bool want_rows) {
+  NeedConnection(sql);
   if (!options_.statement_cache) return Run(sql, [&] { return RunAlone(sql, want_rows); });
   const std::vector<Literal> literals = FindLiterals(sql);
   if (literals.empty()) return Run(sql, [&] { return RunOn(*Find(sql), {}, want_rows); });

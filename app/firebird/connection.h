@@ -38,6 +38,7 @@ class Connection : public Database {
   std::string PhysicalName(std::string_view table) const override;
   std::string ReplaceNames(std::string_view sql) const override;
 
+  bool Connected() const override { return !attachment_.Lost(); }
   const ConnectOptions& Options() const override { return options_; }
   const Statistics& Stats() const override { return attachment_.Counters(); }
 
@@ -56,7 +57,15 @@ class Connection : public Database {
   std::shared_ptr<Statement> PrepareAlone(std::string_view sql);
   RowSet Run(std::string_view told, const std::function<RowSet()>& once);
   RowSet RunOn(Statement& statement, const std::vector<host::Value>& values, bool want_rows);
+  void End(Outcome outcome, bool outermost);
   void Announced(std::string_view sql);
+  /// Before anything is sent: attaches anew where the connection was lost. Throws host::DatabaseError when that fails
+  /// or the running action is the one that lost it.
+  void NeedConnection(std::string_view sql);
+  /// Lets go of all that was made on a connection that was found gone; `told` is what its user was told.
+  void NoticeLoss(std::string_view told);
+  /// Runs what sends something, and notices a loss.
+  void Noticing(const std::function<void()>& act);
 
   ConnectOptions options_;
   mutable Attachment attachment_;
@@ -64,6 +73,8 @@ class Connection : public Database {
   TextPlans plans_;
   Work work_;
   int depth_ = 0;
+  std::string refusal_;    // why the running action gets nowhere any more; empty while it may
+  std::string lost_work_;  // what to say of work of the running action that went with the connection; empty for none
 };
 
 }  // namespace app::firebird

@@ -65,6 +65,12 @@ class Database : public host::Database {
   /// The statement with every "{TABLE}" replaced.
   virtual std::string ReplaceNames(std::string_view sql) const = 0;
 
+  /// False from the moment that a statement finds the connection gone until a later one has attached anew. The action
+  /// that meets the loss fails whole: each of its statements is refused, and its end too where work of it was lost. The
+  /// first statement of the next action, or outside one, attaches anew by itself; while that fails, it says so in one
+  /// sentence.
+  virtual bool Connected() const { return true; }
+
   virtual const ConnectOptions& Options() const = 0;
   virtual const Statistics& Stats() const = 0;
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "app/firebird/errors.h"
+
 namespace app::firebird {
 
 EngineError::EngineError(api::IStatus* status) {
@@ -34,6 +36,12 @@ EngineError::EngineError(api::IStatus* status) {
 }
 
 bool EngineError::Has(std::int64_t code) const { return std::find(codes_.begin(), codes_.end(), code) != codes_.end(); }
+
+void Status::Raise() {
+  const EngineError error(this);
+  saw_loss_ = saw_loss_ || IsLost(error);
+  throw error;
+}
 
 api::IMaster& Master() {
   static api::IMaster* const kMaster = api::fb_get_master_interface();

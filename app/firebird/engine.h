@@ -42,8 +42,17 @@ class Status final : public api::BaseStatusWrapper<Status> {
   Status& operator=(const Status&) = delete;
 
   static void checkException(Status* status) {  // NOLINT(readability-identifier-naming): the library's name
-    if (status->dirty && (status->getState() & api::IStatus::STATE_ERRORS) != 0) throw EngineError(status);
+    if (status->dirty && (status->getState() & api::IStatus::STATE_ERRORS) != 0) status->Raise();
   }
+
+  /// A call was refused because the connection is gone.
+  bool SawLoss() const { return saw_loss_; }
+  void ForgetLoss() { saw_loss_ = false; }
+
+ private:
+  [[noreturn]] void Raise();
+
+  bool saw_loss_ = false;
 };
 
 /// Holds one reference to an object of the library.

@@ -46,7 +46,7 @@ std::string EngineText(const EngineError& error) {
 std::string ConflictSentence() { return "Outra estação está usando estes dados. Tente novamente."; }
 
 std::string Sentence(const EngineError& error) {
-  if (IsLost(error)) return "A conexão com o banco de dados foi perdida.";
+  if (IsLost(error)) return kConnectionLost;
   if (error.Has(isc_obj_in_use)) return "Outra estação está usando o banco de dados; a estrutura não pôde ser mudada.";
   if (IsConflict(error)) return ConflictSentence();
   if (HasAny(error, {isc_unique_key_violation, isc_no_dup})) return "Já existe um registro com estes dados.";
@@ -100,6 +100,11 @@ bool IsConversion(const EngineError& error) {
 
 host::DatabaseError ToDatabaseError(const EngineError& error, std::string_view sql) {
   return {Sentence(error), FirstMeaning(error), std::string(sql)};
+}
+
+host::DatabaseError ToCommitError(const EngineError& error) {
+  if (IsLost(error)) return {kConnectionLostInCommit, FirstMeaning(error), "COMMIT"};
+  return ToDatabaseError(error, "COMMIT");
 }
 
 host::DatabaseError ToConnectError(const EngineError& error, const std::string& database, bool create) {

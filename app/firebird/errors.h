@@ -14,6 +14,19 @@ namespace app::firebird {
 /// better, the first number that says something, and the statement as it was given.
 host::DatabaseError ToDatabaseError(const EngineError& error, std::string_view sql);
 
+/// What a person is told when the connection went while an operation was under way.
+inline constexpr const char* kConnectionLost =
+    "A conexão com o banco de dados caiu. Nada desta operação foi gravado; o que já estava gravado está a salvo. Tente "
+    "de novo quando o servidor voltar.";
+/// And when it went while the operation was made durable: nobody on this side knows whether it was.
+inline constexpr const char* kConnectionLostInCommit =
+    "A conexão com o banco de dados caiu enquanto a operação era gravada. Não se sabe se ela foi gravada: confira "
+    "antes "
+    "de repetir.";
+
+/// The error to throw for a commit that failed.
+host::DatabaseError ToCommitError(const EngineError& error);
+
 /// The same for a refused connection to `database`, or its refused creation.
 host::DatabaseError ToConnectError(const EngineError& error, const std::string& database, bool create);
 

@@ -120,7 +120,7 @@ void Work::Commit() {
     ++attachment_.Counters().commits;
   } catch (const EngineError& error) {
     Undo();
-    throw ToDatabaseError(error, "COMMIT");
+    throw ToCommitError(error);
   } catch (...) {
     Undo();
     throw;
@@ -162,6 +162,15 @@ void Work::Undo() {
     }
   }
   EndWriting();
+}
+
+bool Work::Drop() {
+  const bool pending = state_.written;
+  marks_.Clear();
+  writing_.Reset();
+  reading_.Reset();
+  EndWriting();
+  return pending;
 }
 
 void Work::StopReading() {

@@ -45,6 +45,9 @@ class Work {
   void UndoUnrequested();
   /// Undoes everything since the last durable point; never throws.
   void Undo();
+  /// The connection is gone, and with it all that was pending: nothing is open any more. True when something was
+  /// pending.
+  bool Drop();
   /// Ends the transaction in which reading happens.
   void StopReading();
   void ForgetSavepoints() { savepoints_.clear(); }
