@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -10,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -25,7 +27,12 @@ using registers::TfmRegister;
 
 constexpr int kMargin = 10;
 constexpr int kSpacing = 8;
-constexpr int kMemoLines = 4;
+constexpr int kLineSpacing = 6;
+constexpr int kMemoLines = 3;
+constexpr std::size_t kShortText = 4;
+// Of the room: the list, the record.
+constexpr int kListShare = 2;
+constexpr int kRecordShare = 3;
 
 QString NameOf(const host::Component& component) { return ToQt(component.Name()); }
 
@@ -45,14 +52,14 @@ QLabel* CaptionFor(const host::Control& control, QWidget* input) {
   return label;
 }
 
-/// The record's inputs from top to bottom: captions in the first column, inputs in the second. Numbers stand two in a
-/// line, check boxes side by side.
+/// The record's inputs from top to bottom: captions in the first column, inputs in the second. Numbers and other short
+/// inputs stand two in a line, check boxes side by side.
 class RecordLayout {
  public:
   explicit RecordLayout(QWidget* parent) : parent_(parent), grid_(new QGridLayout(parent)) {
-    grid_->setContentsMargins(0, 0, kMargin, 0);
+    grid_->setContentsMargins(kMargin, 0, kMargin, 0);
     grid_->setHorizontalSpacing(kSpacing);
-    grid_->setVerticalSpacing(kSpacing);
+    grid_->setVerticalSpacing(kLineSpacing);
     grid_->setColumnStretch(kWide, 1);
   }
 
@@ -68,7 +75,9 @@ class RecordLayout {
     widget->setToolTip(ToQt(input.Description().help));
     if (Pairs(edit, input)) return AddPaired(edit, widget);
     pair_open_ = false;
-    grid_->addWidget(CaptionFor(edit, widget), row_, kCaption);
+    QLabel* caption = CaptionFor(edit, widget);
+    if (edit.Kind() == host::EditKind::kMemo) caption->setAlignment(Qt::AlignRight | Qt::AlignTop);
+    grid_->addWidget(caption, row_, kCaption);
     if (input.Label() != nullptr) {
       grid_->addWidget(widget, row_, kInput);
       auto* text = Named<QLabel>(*input.Label(), parent_);
@@ -97,9 +106,11 @@ class RecordLayout {
  private:
   enum Column { kCaption, kInput, kSecondCaption, kSecondInput, kWide };
 
-  static bool Pairs(const host::Edit& edit, const RegisterInput& input) {
-    const bool number = edit.Kind() == host::EditKind::kNumber || edit.Kind() == host::EditKind::kInteger;
-    return (number || edit.Kind() == host::EditKind::kDate) && input.Label() == nullptr;
+  bool Pairs(const host::Edit& edit, const RegisterInput& input) const {
+    if (input.Label() != nullptr || edit.Kind() == host::EditKind::kMemo) return false;
+    const bool is_key = row_ == 0;
+    const bool is_short = edit.MaxLength() > 0 && edit.MaxLength() <= kShortText;
+    return edit.Kind() != host::EditKind::kText || (is_short && !is_key);
   }
 
   void AddPaired(const host::Edit& edit, QWidget* widget) {
@@ -146,6 +157,27 @@ class RecordLayout {
   bool stretched_ = false;
 };
 
+/// Scrolls up and down only: it is never narrower than what it holds.
+class TallArea : public QScrollArea {
+ public:
+  explicit TallArea(QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+  }
+  QSize minimumSizeHint() const override {
+    const int content = widget() == nullptr ? 0 : widget()->minimumSizeHint().width();
+    return {content + verticalScrollBar()->sizeHint().width(), QScrollArea::minimumSizeHint().height()};
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+    return QScrollArea::eventFilter(watched, event);
+  }
+};
+
 QWidget* ListSide(const TfmRegister& screen, QWidget* parent) {
   auto* side = new QWidget(parent);
   auto* layout = new QVBoxLayout(side);
@@ -164,10 +196,7 @@ QWidget* ListSide(const TfmRegister& screen, QWidget* parent) {
 }
 
 QWidget* RecordSide(const TfmRegister& screen, QWidget* parent) {
-  auto* area = new QScrollArea(parent);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidgetResizable(true);
-  area->setFocusPolicy(Qt::NoFocus);
+  auto* area = new TallArea(parent);
   auto* record = new QWidget(area);
   RecordLayout layout(record);
   for (const auto& input : screen.Inputs()) layout.Add(*input);
@@ -206,8 +235,10 @@ std::unique_ptr<QWidget> NewRegisterForm(const host::Screen& screen) {
   sides->setChildrenCollapsible(false);
   sides->addWidget(ListSide(*shown, sides));
   sides->addWidget(RecordSide(*shown, sides));
-  sides->setStretchFactor(0, 1);
-  sides->setStretchFactor(1, 1);
+  sides->setStretchFactor(0, kListShare);
+  sides->setStretchFactor(1, kRecordShare);
+  constexpr int kAnyWidth = 200;  // only the proportion counts
+  sides->setSizes({kListShare * kAnyWidth, kRecordShare * kAnyWidth});
   layout->addWidget(sides, 1);
   layout->addLayout(ButtonBar(*shown, form.get()));
   return form;
