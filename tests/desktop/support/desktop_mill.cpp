@@ -66,6 +66,8 @@ void DesktopMill::PickFromMenu(std::string_view screen_class) {
   QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->actionGeometry(menu->menuAction()).center());
   if (!WaitFor([menu] { return menu->isVisible(); })) throw std::runtime_error("the menu does not open");
   QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(action).center());
+  // Offscreen no window manager hands the keyboard back when the menu has closed.
+  if (QApplication::activeModalWidget() == nullptr) window_->activateWindow();
   Settle();
 }
 
