@@ -23,12 +23,7 @@ void ListScreen::FormShow() {
 
 void ListScreen::BtnIncluirClick() {
   NeedAdministrator();
-  new_ = true;
-  {
-    const host::Restored<bool> filling(filling_, true);
-    ShowNew();
-  }
-  AllowParts();
+  ShowBlank();
 }
 
 void ListScreen::BtnGravarClick() {
@@ -68,15 +63,27 @@ void ListScreen::Reload() {
 }
 
 void ListScreen::Show() {
+  if (parts_->list.IsEmpty()) {
+    ShowBlank();
+    return;
+  }
+  bool there = false;
   {
     const host::Restored<bool> filling(filling_, true);
-    if (parts_->list.IsEmpty()) {
-      new_ = true;
-      ShowNew();
-    } else {
-      ShowRecord();
-    }
+    there = ShowRecord();
   }
+  AllowParts();
+  if (there) return;
+  Reload();
+  Inform("O registro foi excluído em outra estação.");
+}
+
+void ListScreen::ShowBlank() {
+  {
+    const host::Restored<bool> filling(filling_, true);
+    ShowNew();
+  }
+  new_ = true;
   AllowParts();
 }
 

@@ -39,8 +39,9 @@ class ListScreen : public AdminScreen {
   virtual std::unique_ptr<host::TTIQuery> ReadList() = 0;
   /// Stands on the row of the record that the inputs hold; false when it is not in the list.
   virtual bool LocateRecord() = 0;
-  /// Fills the inputs from the row under the cursor; nothing is shown half when this throws.
-  virtual void ShowRecord() = 0;
+  /// Fills the inputs with the record under the cursor as it is now; false, and nothing happened, when it is gone.
+  /// Nothing is shown half when this throws.
+  virtual bool ShowRecord() = 0;
   /// Empties the inputs for a new record.
   virtual void ShowNew() = 0;
   /// Stores what the inputs hold and makes it durable: when the list cannot be read again afterwards, nothing is left
@@ -60,6 +61,7 @@ class ListScreen : public AdminScreen {
  private:
   void Reload();
   void Show();
+  void ShowBlank();
   void AllowParts();
 
   std::unique_ptr<Parts> parts_;

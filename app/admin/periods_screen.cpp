@@ -71,11 +71,12 @@ std::unique_ptr<host::TTIQuery> TfmPeriodos::ReadList() {
 
 bool TfmPeriodos::LocateRecord() { return TbPeriodos.Locate("AREA;DT_INICIO", {Typed().area, EdtDe.GetDate()}); }
 
-void TfmPeriodos::ShowRecord() {
-  const std::string area = TbPeriodos["AREA"].AsText();
-  loaded_ = ReadPeriod(Db(), area, TbPeriodos["DT_INICIO"].AsDate());
-  if (!loaded_) throw host::InputError("O período foi excluído ou alterado em outra estação.");
-  ShowPeriod(*loaded_);
+bool TfmPeriodos::ShowRecord() {
+  const auto period = ReadPeriod(Db(), TbPeriodos["AREA"].AsText(), TbPeriodos["DT_INICIO"].AsDate());
+  if (!period) return false;
+  loaded_ = period;
+  ShowPeriod(*period);
+  return true;
 }
 
 // Periods follow each other: the next one begins where the newest of the area ends.

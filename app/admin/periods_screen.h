@@ -23,7 +23,7 @@ class TfmPeriodos : public ListScreen {
  private:
   std::unique_ptr<host::TTIQuery> ReadList() override;
   bool LocateRecord() override;
-  void ShowRecord() override;
+  bool ShowRecord() override;
   void ShowNew() override;
   void Save() override;
   std::string TheRecord() const override;

@@ -95,11 +95,12 @@ std::unique_ptr<host::TTIQuery> TfmUsuarios::ReadList() { return ListUsers(Db())
 
 bool TfmUsuarios::LocateRecord() { return TbUsuarios.Locate("CODIGO", {EdtCodigo.Text()}); }
 
-void TfmUsuarios::ShowRecord() {
-  const std::string code = TbUsuarios["CODIGO"].AsText();
-  loaded_ = ReadUser(Db(), code);
-  if (!loaded_) throw host::InputError("O usuário " + Quoted(code) + " foi excluído em outra estação.");
-  ShowUser(*loaded_);
+bool TfmUsuarios::ShowRecord() {
+  const std::optional<UserRecord> user = ReadUser(Db(), TbUsuarios["CODIGO"].AsText());
+  if (!user) return false;
+  loaded_ = user;
+  ShowUser(*user);
+  return true;
 }
 
 void TfmUsuarios::ShowNew() {

@@ -168,6 +168,17 @@ TEST_F(PeriodsScreen, AnotherStationsPeriodIsNeitherOverlappedNorOverwritten) {
   EXPECT_EQ(Stored()[1], "IV 01/02/2026 20/02/2026 N");
 }
 
+TEST_F(PeriodsScreen, ARecordThatIsGoneLeavesTheListToo) {
+  host::Screen& screen = Open();
+  mill_.Exec("DELETE FROM TEC_PERIODO WHERE DT_INICIO = '2026-01-01'");
+  mill_.Desk().SelectRow(mill_.GridOf(screen, "TbPeriodos"), 2);
+  EXPECT_EQ(mill_.Messages(), Lines{"O registro foi excluído em outra estação."});
+  EXPECT_EQ(mill_.Data(screen, "TbPeriodos").RecordCount(), 1u);
+  EXPECT_EQ(mill_.Text(screen, "EdtDe"), "01/02/2026");
+  Tick(screen, "ChkConciliado", true);
+  EXPECT_EQ(mill_.Click(screen, "BtnGravar"), ActResult::kDone);
+}
+
 TEST_F(PeriodsScreen, AFailingStatementStoresNothing) {
   host::Screen& screen = Open();
   Fill(screen, "IV", "01/03/2026", "31/03/2026");
