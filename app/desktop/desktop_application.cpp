@@ -8,9 +8,13 @@
 #include "host/errors.h"
 #include "host/restored.h"
 
+// Resources in a static library are taken along only when somebody asks for them; the macro wants no namespace.
+static void TakeResources() { Q_INIT_RESOURCE(desktop); }
+
 namespace app::desktop {
 
 DesktopApplication::DesktopApplication(int& count, char** values) : QApplication(count, values) {
+  TakeResources();
   setApplicationName(QStringLiteral("tecelagem"));
   setApplicationDisplayName(QStringLiteral("Tecelagem"));
   PrepareLook();

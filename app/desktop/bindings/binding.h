@@ -26,6 +26,8 @@ class Binding : public QObject {
 
   /// The widget shows what the control holds now. Cheap; called for every change, also in the middle of an act.
   virtual void Show();
+  /// What the control does not tell of by itself.
+  virtual void ActEnded() {}
   /// Sizes that depend on the font.
   virtual void Fit() {}
   virtual void TakeKeyboard();

@@ -2,7 +2,9 @@
 
 #include <QAbstractItemView>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "app/desktop/bindings/screen_bindings.h"
 #include "app/desktop/text.h"
@@ -99,6 +101,21 @@ bool RadioBinding::HasKeyboard() const {
     if (button->hasFocus()) return true;
   }
   return false;
+}
+
+bool RadioBinding::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && !window_.Gone()) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const bool back = key == Qt::Key_Up || key == Qt::Key_Left;
+    if (back || key == Qt::Key_Down || key == Qt::Key_Right) {
+      const int last = static_cast<int>(buttons_.size()) - 1;
+      const int next = std::clamp(radios_.Selected() + (back ? -1 : 1), 0, last);
+      if (next != radios_.Selected()) Choose(next);
+      event->accept();
+      return true;
+    }
+  }
+  return Binding::eventFilter(watched, event);
 }
 
 void RadioBinding::Choose(int index) {

@@ -37,6 +37,8 @@ class RadioBinding : public Binding {
   void LetGo() override;
 
  protected:
+  /// The arrow keys choose, however the buttons are laid out.
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void Mnemonic(QObject* part) override;
 
  private:

@@ -38,9 +38,11 @@ EditBinding::EditBinding(ScreenBindings& window, host::Edit& edit, QWidget& widg
 
 void EditBinding::Show() {
   Binding::Show();
-  SetReadOnly(edit_.ReadOnly());
+  ActEnded();
   if (!Unsettled()) PutComponentText();
 }
+
+void EditBinding::ActEnded() { SetReadOnly(edit_.ReadOnly()); }
 
 void EditBinding::PutComponentText() {
   if (!sending_ && shown_ != edit_.Text()) {
@@ -95,6 +97,7 @@ LineBinding::LineBinding(ScreenBindings& window, host::Edit& edit, QLineEdit& li
   if (edit_.Kind() == host::EditKind::kNumber || edit_.Kind() == host::EditKind::kInteger) {
     line_.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   }
+  LimitTo({});
   if (edit_.Secret) line_.setEchoMode(QLineEdit::Password);
   connect(&line_, &QLineEdit::textEdited, this, [this] { Edited(); });
 }
@@ -106,14 +109,24 @@ void LineBinding::Show() {
     lookup_->setToolTip(QStringLiteral("Pesquisar (F4)"));
     connect(lookup_, &QAction::triggered, this, [this] { OpenLookup(); });
   }
+  ActEnded();
+}
+
+void LineBinding::ActEnded() {
+  EditBinding::ActEnded();
   if (lookup_ != nullptr) lookup_->setEnabled(HasLookup());
 }
 
+// A text that the program put in may be longer than what can be typed; it is shown whole.
+void LineBinding::LimitTo(const QString& text) {
+  if (edit_.MaxLength() == 0) return;
+  const int length = std::max(static_cast<int>(edit_.MaxLength()), static_cast<int>(text.size()));
+  if (line_.maxLength() != length) line_.setMaxLength(length);
+}
+
 void LineBinding::Put(const QString& text) {
-  // A text that the program put in may be longer than what can be typed; it is shown whole.
-  if (edit_.MaxLength() > 0)
-    line_.setMaxLength(std::max(static_cast<int>(edit_.MaxLength()), static_cast<int>(text.size())));
   const int cursor = line_.cursorPosition();
+  LimitTo(text);
   line_.setText(text);
   if (!line_.hasFocus()) {
     line_.setCursorPosition(0);

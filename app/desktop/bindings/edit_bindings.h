@@ -16,6 +16,7 @@ class EditBinding : public Binding {
   EditBinding(ScreenBindings& window, host::Edit& edit, QWidget& widget);
 
   void Show() override;
+  void ActEnded() override;
   void Entered() override;
   bool GiveUp() override;
   bool HasLookup() const override;
@@ -44,6 +45,7 @@ class LineBinding : public EditBinding {
   LineBinding(ScreenBindings& window, host::Edit& edit, QLineEdit& line);
 
   void Show() override;
+  void ActEnded() override;
   void Fit() override;
   void Entered() override;
   void Refused() override;
@@ -62,6 +64,7 @@ class LineBinding : public EditBinding {
   void BeginTyping();
   bool HandOver();
   void OpenLookup();
+  void LimitTo(const QString& text);
   int WidthOf(int characters) const;
 
   QLineEdit& line_;

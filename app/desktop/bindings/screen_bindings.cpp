@@ -18,7 +18,11 @@ ScreenBindings::ScreenBindings(Station& station, host::Screen& screen, QWidget& 
     : station_(station), screen_(screen), window_(window), form_(form) {
   FindCaptions();
   Bind();
-  connect(&station_, &Station::Settled, this, &ScreenBindings::FollowDesk);
+  connect(&station_, &Station::Settled, this, [this] {
+    if (gone_) return;
+    for (const auto& binding : bindings_) binding->ActEnded();
+    FollowDesk();
+  });
   const auto turn = [this](const QKeySequence& keys, bool back) {
     auto* shortcut = new QShortcut(keys, &form_);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
