@@ -208,7 +208,8 @@ bool GridView::HandOver() {
 void GridView::CloseEditor() {
   if (editor_ == nullptr) return;
   CellEditor* closing = editor_;
-  const bool had_keyboard = closing->hasFocus();
+  // Its window may not be active again yet after a box: what counts is where the keyboard goes then.
+  const bool had_keyboard = closing->window()->focusWidget() == closing;
   editor_ = nullptr;
   actor_.GetStation().GetTyping().End(this);
   if (had_keyboard) setFocus(Qt::OtherFocusReason);
