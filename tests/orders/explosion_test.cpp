@@ -178,5 +178,33 @@ TEST_F(Explosion, TheYarnGridOnlyShows) {
   EXPECT_THROW(mill_.Desk().DeleteRow(Screen().GrdFios), host::ActError);
 }
 
+// A load asks for the yarns of a fabric only when one of them is not on the list yet.
+TEST_F(Explosion, ALoadListsWhatEachFabricAsksForByItself) {
+  mill_.Exec("UPDATE {COMP_MATERIAL} SET LFA = 3 WHERE MATERIAL = 'FM' AND CODIGO = 'Y2'");
+  // The same line twice counts twice.
+  mill_.Exec("INSERT INTO {COMP_MATERIAL} SELECT * FROM {COMP_MATERIAL} WHERE MATERIAL = 'FP'");
+  const std::string number = SavedOrder({{"F1", "01", "100"},
+                                         {"F1", "02", "60"},
+                                         {"F2", "01", "5"},
+                                         {"F3", "01", "40"},
+                                         {"FM", "01", "900"},
+                                         {"FP", "01", "30"}});
+  Load(number);
+  EXPECT_LT(mill_.TakeStatements("CONSUMOTOT").size(), 6u);
+  Lines fields;
+  for (std::size_t at = 0; at < Screen().TbFios.FieldCount(); ++at)
+    fields.push_back(Screen().TbFios.FieldAt(at).Name());
+  const Lines loaded = Shown("TbFios", fields);
+  EXPECT_EQ(loaded.size(), 3u);  // Y1, Y2, Y2 with its LFA; Y3 stands in no colour
+  Screen().TbFios.Empty();
+  for (host::DatasetCursor item(Screen().TbItens); !item.Eof(); item.Next()) {
+    Screen().Armazena_Explosao_Fios(item.FieldByName("Codigo").AsText(), item.FieldByName("Cor").AsText(),
+                                    item.FieldByName("Unidade").AsText(), item.FieldByName("Qtde").AsFloat(),
+                                    item.FieldByName("Peso").AsFloat());
+  }
+  EXPECT_EQ(mill_.TakeStatements("CONSUMOTOT").size(), 6u);
+  EXPECT_EQ(Shown("TbFios", fields), loaded);
+}
+
 }  // namespace
 }  // namespace test
