@@ -46,9 +46,11 @@ Mill::Mill(const Options& options)
     : path_(options.database.empty() ? FreshDatabase() : options.database), remove_(options.database.empty()) {
   app::ApplicationOptions start;
   start.connect.database = path_;
+  start.connect.user = options.user;
+  start.connect.password = options.password;
   start.connect.statement_cache = options.statement_cache && CacheWanted();
   start.user = options.user;
-  start.settings_file = path_ + ".settings";
+  start.settings_file = options.settings_file.empty() ? path_ + ".settings" : options.settings_file;
   app_ = app::Application::Start(start, ModuleUnderTest(), options.person != nullptr ? *options.person : person_);
   Db().BeforeStatement = [this](std::string_view sql) {
     if (!listening_) return;

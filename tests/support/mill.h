@@ -24,8 +24,10 @@ class Mill {
  public:
   struct Options {
     bool statement_cache = true;
-    std::string database;  // an existing file to open instead of a fresh copy; it is not removed
+    std::string database;  // an existing one to open instead of a fresh copy; it is not removed
     std::string user = "ADMIN";
+    std::string password;           // of the server, where `database` is one's ("host/port:path")
+    std::string settings_file;      // of the user's settings; beside the database without one
     app::Person* person = nullptr;  // who sits before the program; the mill's own scripted person without one
   };
   Mill() : Mill(Options()) {}
