@@ -65,8 +65,8 @@ TfmRegister::TfmRegister(Application& application, const RegisterDescription& de
       store_(application.GetDatabase(), description),
       TbLista(*this, "TbLista", ListFields(description, store_)),
       GrdLista(*this, "GrdLista", TbLista, ListColumns(description, store_)),
-      inputs_(MakeInputs()) {
-  if (description_.detail) detail_ = std::make_unique<RegisterDetail>(*this, store_, *description_.detail);
+      inputs_(MakeInputs()),
+      detail_(description.detail ? std::make_unique<RegisterDetail>(*this, store_, *description.detail) : nullptr) {
   EdtBusca.OnExit = [this] { EdtBuscaExit(); };
   GrdLista.SetReadOnly(true);
   GrdLista.OnClick = [this] { GrdListaClick(); };

@@ -91,6 +91,22 @@ TEST_P(EveryRegister, HasWhatTheDatabaseHas) {
   }
 }
 
+TEST_P(EveryRegister, TabGoesFromTheSearchThroughListAndRecordToTheButtons) {
+  auto& screen = Open(Description().class_name);
+  std::vector<std::string> stops = {"EdtBusca", "GrdLista"};
+  for (const auto& input : screen.Inputs()) stops.push_back(input->Control().Name());
+  if (!ListKeys(screen).empty()) stops.erase(stops.begin() + 2);  // the key of a stored record cannot be typed
+  if (Description().detail) stops.emplace_back("GrdDetalhe");
+  stops.emplace_back("BtnIncluir");
+  mill.Desk().Enter(screen.EdtBusca);
+  std::vector<std::string> visited = {Focused()};
+  while (visited.back() != "BtnIncluir" && visited.size() < 40) {
+    mill.Desk().MoveFocus(screen, false);
+    visited.push_back(Focused());
+  }
+  EXPECT_EQ(visited, stops);
+}
+
 TEST_P(EveryRegister, ItsScreenIsInTheMenu) {
   std::vector<std::string> entries;
   for (const app::MenuScreen& screen : mill.App().MenuScreens()) {
