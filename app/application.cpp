@@ -227,7 +227,12 @@ void ReferenceApplication::CloseScreens() noexcept {
 
 std::unique_ptr<Application> Application::Start(const ApplicationOptions& options, const host::Module& module,
                                                 Person& person) {
-  auto database = firebird::Database::Open(options.connect);
+  return Start(firebird::Database::Open(options.connect), options, module, person);
+}
+
+std::unique_ptr<Application> Application::Start(std::unique_ptr<firebird::Database> database,
+                                                const ApplicationOptions& options, const host::Module& module,
+                                                Person& person) {
   firebird::Migrate(*database, Migrations());
   return std::make_unique<ReferenceApplication>(std::move(database), options, module, person);
 }

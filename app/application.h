@@ -45,6 +45,10 @@ class Application : public host::Host {
   /// Throws host::DatabaseError or host::InputError in one sentence.
   static std::unique_ptr<Application> Start(const ApplicationOptions& options, const host::Module& module,
                                             Person& person);
+  /// The same on a database that is open already; `options.connect` is not used.
+  static std::unique_ptr<Application> Start(std::unique_ptr<firebird::Database> database,
+                                            const ApplicationOptions& options, const host::Module& module,
+                                            Person& person);
 
   virtual host::Desk& GetDesk() = 0;
   virtual firebird::Database& GetDatabase() = 0;

@@ -23,7 +23,7 @@ class Formatter : public CLI::Formatter {
 
   std::string make_usage(const CLI::App* app, std::string name) const override {
     std::string text = "Uso: " + name;
-    if (app->get_parent() == nullptr) return text + " COMANDO [OPÇÕES]\n";
+    if (app->get_parent() == nullptr) return text + " [COMANDO] [OPÇÕES]\n";
     for (const CLI::Option* option : app->get_options()) {
       if (option->get_positional()) text += " " + option->get_name(true, false);
     }
@@ -44,14 +44,19 @@ void AddArgument(CLI::App& command, const char* name, std::string& value, const 
   command.add_option(name, value, description)->required()->option_text(" ");
 }
 
-void AddOptions(CLI::App& command, Arguments& arguments, std::string& password) {
+// Windows ask for what a command has to be told.
+void AddOptions(CLI::App& command, Arguments& arguments, std::string& password, bool windows) {
   command.option_defaults()->group("Opções");
   command
       .add_option("--database", arguments.database,
-                  "Arquivo do banco de dados, ou servidor/porta:caminho de um servidor")
-      ->required()
+                  std::string("Arquivo do banco de dados, ou servidor/porta:caminho de um servidor") +
+                      (windows ? " (padrão: o último)" : ""))
+      ->required(!windows)
       ->option_text("BANCO");
-  command.add_option("--user", arguments.user, "Usuário que trabalha (padrão ADMIN)")->option_text("NOME");
+  command
+      .add_option("--user", arguments.user,
+                  windows ? "Usuário que trabalha (padrão: o último)" : "Usuário que trabalha (padrão ADMIN)")
+      ->option_text("NOME");
   command
       .add_option("--password", password,
                   std::string("Senha do usuário; na falta, vale a variável ") + kPasswordVariable)
@@ -97,7 +102,10 @@ std::string UnknownCommand(const CLI::App& app, int count, const char* const* va
 std::optional<Arguments> ReadArguments(int count, const char* const* values) {
   Arguments arguments;
   std::string password;
-  CLI::App app("Tecelagem: ordens, reservas de fio, baixas e estoque de malha de uma tecelagem.", "tecelagem");
+  CLI::App app(
+      "Tecelagem: ordens, reservas de fio, baixas e estoque de malha de uma tecelagem.\n"
+      "Sem comando, abre as janelas do programa.",
+      "tecelagem");
   app.formatter(std::make_shared<Formatter>());
   AddHelp(app);
   app.require_subcommand(0, 1);
@@ -106,6 +114,7 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
     CLI::App* command;
     Command kind;
   };
+  CLI::App* desktop = AddCommand(app, "desktop", "Abre as janelas do programa; com usuário e senha, sem perguntar");
   CLI::App* init = AddCommand(app, "init", "Cria um banco de dados vazio, pronto para uma empresa");
   CLI::App* demo = AddCommand(app, "demo", "Cria um banco de dados com uma tecelagem de demonstração");
   CLI::App* import = AddCommand(app, "import", "Lê um arquivo CSV para uma tabela: tudo ou nada");
@@ -115,7 +124,10 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
   AddArgument(*import, "TABELA", arguments.table, "Nome da tabela, sem o sufixo da empresa (MATERIAL)");
   AddArgument(*import, "ARQUIVO", arguments.file, "Arquivo .csv, com os nomes das colunas na primeira linha");
   AddArgument(*script, "ARQUIVO", arguments.file, "Arquivo .js");
-  for (CLI::App* command : {init, demo, import, script, check}) AddOptions(*command, arguments, password);
+  AddOptions(*desktop, arguments, password, true);
+  desktop->add_flag(
+      "--ask", [&arguments](std::int64_t) { arguments.ask = true; }, "Usuário e senha são só propostos");
+  for (CLI::App* command : {init, demo, import, script, check}) AddOptions(*command, arguments, password, false);
   script->add_option("--timeout", arguments.timeout, "Termina o script que passar deste tempo (padrão: sem limite)")
       ->option_text("SEGUNDOS");
 
@@ -129,18 +141,21 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
   } catch (const CLI::ParseError& error) {
     throw UsageError{Explain(error) + kSeeHelp};
   }
-  if (app.get_subcommands().empty()) throw UsageError{std::string("falta o comando") + kSeeHelp};
+  if (app.get_subcommands().empty()) return arguments;  // the windows
 
   if (!(arguments.timeout >= 0)) throw UsageError{std::string("valor inválido: --timeout") + kSeeHelp};
 
   const CLI::App* chosen = app.get_subcommands().front();
   for (const Entry& entry :
-       {Entry{init, Command::kInit}, Entry{demo, Command::kDemo}, Entry{import, Command::kImport},
-        Entry{script, Command::kScript}, Entry{check, Command::kCheck}, Entry{version, Command::kVersion}}) {
+       {Entry{desktop, Command::kDesktop}, Entry{init, Command::kInit}, Entry{demo, Command::kDemo},
+        Entry{import, Command::kImport}, Entry{script, Command::kScript}, Entry{check, Command::kCheck},
+        Entry{version, Command::kVersion}}) {
     if (entry.command == chosen) arguments.command = entry.kind;
   }
-  for (CLI::App* command : {init, demo, import, script, check}) {
-    if (command == chosen && command->count("--password") > 0) arguments.password = password;
+  for (CLI::App* command : {desktop, init, demo, import, script, check}) {
+    if (command != chosen) continue;
+    if (command->count("--password") > 0) arguments.password = password;
+    arguments.user_given = command->count("--user") > 0;
   }
   return arguments;
 }

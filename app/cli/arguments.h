@@ -6,18 +6,20 @@
 
 namespace app::cli {
 
-enum class Command { kInit, kDemo, kImport, kScript, kCheck, kVersion };
+enum class Command { kDesktop, kInit, kDemo, kImport, kScript, kCheck, kVersion };
 
 struct Arguments {
-  Command command = Command::kVersion;
-  std::string database;                 // a file or "host/port:path"
+  Command command = Command::kDesktop;
+  std::string database;                 // a file or "host/port:path"; desktop: may be empty
   std::string user = "ADMIN";           // who works; at a server also its user
   std::optional<std::string> password;  // nothing when it was neither given nor in the environment
   std::string company = "001";
   bool statement_cache = true;
-  std::string table;   // import: logical name
-  std::string file;    // import, script
-  double timeout = 0;  // script: seconds, 0 for no limit
+  std::string table;        // import: logical name
+  std::string file;         // import, script
+  double timeout = 0;       // script: seconds, 0 for no limit
+  bool user_given = false;  // the user was named on the command line
+  bool ask = false;         // desktop: user and password are only proposed
 };
 
 /// The command line could not be understood; what() is one line for standard error.

@@ -16,6 +16,7 @@
 #include "app/books/check.h"
 #include "app/cli/module_loader.h"
 #include "app/cli/terminal.h"
+#include "app/desktop/desktop.h"
 #include "app/firebird/attachment.h"
 #include "app/mill/import.h"
 #include "app/mill/mill.h"
@@ -124,6 +125,18 @@ int Check(const Arguments& arguments) {
   return 0;
 }
 
+int Desktop(const Arguments& arguments) {
+  const std::string why_not = desktop::WhyNoWindows();
+  if (!why_not.empty()) throw host::InputError(why_not);
+  const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
+  desktop::DesktopOptions options;
+  options.connect = Connection(arguments);
+  if (arguments.user_given) options.user = arguments.user;
+  options.signed_in = arguments.user_given && arguments.password.has_value() && !arguments.ask;
+  options.version = TECELAGEM_VERSION;
+  return desktop::RunDesktop(options, module.Get());
+}
+
 int Version() {
   std::cout << "tecelagem " << TECELAGEM_VERSION << std::endl;
   const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
@@ -136,6 +149,8 @@ int Version() {
 
 int Carry(const Arguments& arguments) {
   switch (arguments.command) {
+    case Command::kDesktop:
+      return Desktop(arguments);
     case Command::kInit:
       return Init(arguments);
     case Command::kDemo:

@@ -9,10 +9,16 @@
 namespace app::desktop {
 
 struct DesktopOptions {
-  firebird::ConnectOptions connect;  // user and password are asked for when the password is not given
-  std::string user;                  // proposed at sign-in
-  bool signed_in = false;            // user and password were given and are to be taken without asking
+  // The database, or none for the one used last; a password without `signed_in` is proposed at sign-in.
+  firebird::ConnectOptions connect;
+  std::string user;           // proposed at sign-in; empty for who signed in last
+  bool signed_in = false;     // user and password were given and are to be taken without asking
+  std::string version;        // of the program, for the about box
+  std::string settings_file;  // of the user's settings; empty for the place that the operating system keeps
 };
+
+/// Why windows cannot be shown here, one sentence; empty when they can as far as the environment tells.
+std::string WhyNoWindows();
 
 /// Runs the desktop; the exit code of the program. Whatever goes wrong is told in a box.
 int RunDesktop(const DesktopOptions& options, const host::Module& module);

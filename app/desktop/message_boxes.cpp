@@ -58,7 +58,8 @@ int RunBox(QDialog& box) {
 }
 
 void ActivateAgain(QWidget* below) {
-  if (QApplication::activeWindow() == nullptr && below != nullptr) below->window()->activateWindow();
+  const QWidget* active = QApplication::activeWindow();  // for a moment still the box that is gone
+  if ((active == nullptr || !active->isVisible()) && below != nullptr) below->window()->activateWindow();
 }
 
 void ShowMessage(QWidget* parent, const QString& title, const QString& text, host::Icon icon) {

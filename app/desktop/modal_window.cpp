@@ -40,6 +40,8 @@ class ModalWindow : public QWidget {
   void closeEvent(QCloseEvent* event) override {
     event->ignore();
     station_.Do([this] { return station_.Desk().CloseScreen(screen_); });
+    // It was left before it refused; the person goes on in it.
+    if (!screen_.CloseRequested()) window_->TakeFocus();
   }
 
  private:

@@ -68,6 +68,8 @@ void ScreenArea::Open(std::string_view screen_class) {
 
 void ScreenArea::Close(host::Screen& screen) {
   station_.Do([&] { return station_.Desk().CloseScreen(screen); });
+  // It was left before it refused; the person goes on in it.
+  if (const ScreenFrame* frame = FrameOf(screen)) frame->Window()->TakeFocus();
 }
 
 bool ScreenArea::CloseAll() {

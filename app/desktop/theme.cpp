@@ -9,6 +9,10 @@
 #include <QToolTip>
 #include <QTranslator>
 
+// The icons stand in a static library, whose resources nobody would take in otherwise; this is Qt's way, outside any
+// namespace.
+static void TakeIcons() { Q_INIT_RESOURCE(desktop); }
+
 namespace app::desktop {
 namespace {
 
@@ -90,6 +94,7 @@ std::string_view ThemeName(Theme theme) {
 }
 
 void PrepareLook() {
+  TakeIcons();
   DesktopIsDark();  // while the colours are still the desktop's
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   QFont font;

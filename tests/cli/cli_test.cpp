@@ -64,7 +64,7 @@ TEST_F(Cli, HelpNamesEveryCommand) {
   const Ended help = Start({"--help"});
   EXPECT_EQ(help.code, 0);
   EXPECT_EQ(help.errors, "");
-  for (const char* command : {"init", "demo", "import", "script", "check", "version"}) {
+  for (const char* command : {"desktop", "init", "demo", "import", "script", "check", "version"}) {
     EXPECT_NE(help.output.find(std::string("\n  ") + command + " "), std::string::npos) << command;
     const Ended own = Start({command, "--help"});
     EXPECT_EQ(own.code, 0) << command;
@@ -80,7 +80,6 @@ TEST_F(Cli, VersionTellsProgramAndModule) {
 }
 
 TEST_F(Cli, WrongUsageIsTwo) {
-  ExpectOneLine(Start(std::vector<std::string>{}), 2, "falta o comando");
   ExpectOneLine(Start({"tecer"}), 2, "comando desconhecido: tecer");
   ExpectOneLine(Start({"check"}), 2, "falta o argumento --database");
   ExpectOneLine(Start({"check", "--database"}), 2, "falta o valor de --database");
@@ -90,6 +89,27 @@ TEST_F(Cli, WrongUsageIsTwo) {
   ExpectOneLine(Start({"script", "a.js", "b.js", "--database", "x.fdb"}), 2, "argumento desconhecido: b.js");
   ExpectOneLine(Start({"script", "a.js", "--database", "x.fdb", "--timeout", "logo"}), 2, "valor inválido: --timeout");
   ExpectOneLine(Start({"script", "a.js", "--database", "x.fdb", "--timeout", "-1"}), 2, "valor inválido: --timeout");
+}
+
+// --- windows -------------------------------------------------------------------------------------------------------
+
+// Without a display the program says so, whether the windows were asked for by name or by no command at all.
+TEST_F(Cli, WindowsNeedADisplay) {
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{}, {"desktop"}, {"desktop", "--database", folder_ / "falta.fdb"}}) {
+    ExpectOneLine(Start(arguments), 1, "não há tela para abrir janelas");
+  }
+}
+
+TEST_F(Cli, WindowsOptionsAreChecked) {
+  ExpectOneLine(Start({"desktop", "--force"}), 2, "argumento desconhecido: --force");
+  ExpectOneLine(Start({"desktop", "--database"}), 2, "falta o valor de --database");
+}
+
+// A display that is named and does not answer is no crash.
+TEST_F(Cli, ADisplayThatDoesNotAnswer) {
+  ExpectOneLine(Start({"desktop"}, {"QT_QPA_PLATFORM=xcb", "DISPLAY=127.0.0.1:99"}), 1,
+                "não há tela para abrir janelas");
 }
 
 // --- databases -----------------------------------------------------------------------------------------------------

@@ -39,8 +39,10 @@ std::string Program() { return std::string(TECELAGEM_BINARY_DIR) + "/tecelagem";
 namespace {
 
 [[noreturn]] void Become(const std::string& program, const std::vector<std::string>& arguments,
-                         const std::string& output, const std::string& errors) {
-  unsetenv("TECELAGEM_PASSWORD");
+                         const std::vector<std::string>& environment, const std::string& output,
+                         const std::string& errors) {
+  for (const char* name : {"TECELAGEM_PASSWORD", "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) unsetenv(name);
+  for (const std::string& variable : environment) putenv(const_cast<char*>(variable.c_str()));
   const int in = open("/dev/null", O_RDONLY);
   const int out = open(output.c_str(), O_WRONLY | O_CREAT, 0600);
   const int err = open(errors.c_str(), O_WRONLY | O_CREAT, 0600);
@@ -59,13 +61,14 @@ namespace {
 
 }  // namespace
 
-Ended Start(const std::string& program, const std::vector<std::string>& arguments) {
+Ended Start(const std::string& program, const std::vector<std::string>& arguments,
+            const std::vector<std::string>& environment) {
   const Folder folder;
   const std::string output = folder / "output";
   const std::string errors = folder / "errors";
   const pid_t child = fork();
   if (child < 0) throw std::runtime_error("no process");
-  if (child == 0) Become(program, arguments, output, errors);
+  if (child == 0) Become(program, arguments, environment, output, errors);
   int status = 0;
   waitpid(child, &status, 0);
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadText(output), ReadText(errors)};

@@ -34,8 +34,12 @@ std::string ReadText(const std::string& file);
 /// The built program.
 std::string Program();
 
-/// Runs `program` with these arguments, its input at an end from the start and no password in its environment.
-Ended Start(const std::string& program, const std::vector<std::string>& arguments);
-inline Ended Start(const std::vector<std::string>& arguments) { return Start(Program(), arguments); }
+/// Runs `program` with these arguments, its input at an end from the start, no password and no display in its
+/// environment but what `environment` ("NAME=value") adds.
+Ended Start(const std::string& program, const std::vector<std::string>& arguments,
+            const std::vector<std::string>& environment = {});
+inline Ended Start(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {}) {
+  return Start(Program(), arguments, environment);
+}
 
 }  // namespace test

@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <exception>
 #include <utility>
 
 #include "desktop/support/keys.h"
@@ -19,8 +20,9 @@ namespace test {
 namespace {
 
 constexpr int kLookEvery = 2;       // milliseconds
-constexpr qint64 kPatience = 5000;  // milliseconds that an answered box may take to go
-constexpr int kMostSteps = 50;      // of the keyboard within a box or menu
+constexpr qint64 kPatience = 3000;  // milliseconds that an answered box may take to go
+constexpr int kMostGivenUp = 3;
+constexpr int kMostSteps = 50;  // of the keyboard within a box or menu
 
 QString Plain(QString text) { return text.remove(u'&'); }
 
@@ -144,8 +146,17 @@ void Boxes::Look() {
     if (seen->acting || now - seen->since < kPatience) return;
     ADD_FAILURE() << "does not go: " << Say(Describe(*box));
     seen->since = now;
+    // Nothing of the test would run any more: better to stop here than to hang.
+    if (++seen->given_up > kMostGivenUp) GTEST_LOG_(FATAL) << "a window cannot be closed";
     GiveUp(*box);
     return;
+  }
+  // The keys go to the box only when the window system has given it the keyboard.
+  if (QApplication::activeWindow() != box || QApplication::focusWidget() == nullptr) {
+    box->activateWindow();
+    if (std::exchange(coming_, box) != box) coming_since_ = now;
+    if (now - coming_since_ < kPatience) return;
+    ADD_FAILURE() << "gets no keyboard: " << Say(Describe(*box));
   }
   seen_.push_back({box, false, now});
   Meet(*box);
@@ -168,12 +179,24 @@ void Boxes::LookAtMenu() {
   QTest::keyClick(menu, Qt::Key_Escape);
 }
 
+bool Boxes::Fits(const Expected& expected, const ShownBox& shown) {
+  switch (expected.kind) {
+    case Kind::kBox:
+      return IsBox(shown) && shown.text.contains(expected.part);
+    case Kind::kInput:
+      return IsInput(shown) && shown.text.contains(expected.part);
+    case Kind::kDialog:
+      return shown.title.contains(expected.part) || shown.text.contains(expected.part);
+    case Kind::kMenu:
+      break;
+  }
+  return false;
+}
+
 void Boxes::Meet(QWidget& box) {
   const ShownBox shown = Describe(box);
   shown_.push_back(shown);
-  const Kind kind = IsInput(shown) ? Kind::kInput : IsBox(shown) ? Kind::kBox : Kind::kDialog;
-  const QString& said = kind == Kind::kDialog ? shown.title : shown.text;
-  if (expected_.empty() || expected_.front().kind != kind || !said.contains(expected_.front().part)) {
+  if (expected_.empty() || !Fits(expected_.front(), shown)) {
     ADD_FAILURE() << "not expected: " << Say(shown)
                   << "\nexpected: " << (expected_.empty() ? "nothing" : expected_.front().part.toStdString());
     GiveUp(box);
@@ -188,11 +211,16 @@ void Boxes::Answer(QWidget& box, const Expected& expected) {
   const QPointer<QWidget> still(&box);
   if (expected.kind == Kind::kDialog) {
     SeenBefore(&box)->acting = true;
-    expected.act(box);
-    if (Seen* seen = still.isNull() ? nullptr : SeenBefore(&box)) seen->acting = false;
-    if (still.isNull() || !still->isVisible()) return;
-    ADD_FAILURE() << "left open: " << Say(Describe(box));
-    GiveUp(box);
+    try {
+      expected.act(box);
+    } catch (const std::exception& error) {
+      ADD_FAILURE() << "in " << expected.part.toStdString() << ": " << error.what();
+    }
+    Seen* const seen = still.isNull() ? nullptr : SeenBefore(&box);
+    if (seen == nullptr) return;
+    // It goes when this returns; what is still there after a while was left open.
+    seen->acting = false;
+    seen->since = QDateTime::currentMSecsSinceEpoch();
   } else if (expected.kind == Kind::kInput) {
     if (!expected.text) {
       QTest::keyClick(&Keyboard(), Qt::Key_Escape);

@@ -40,8 +40,8 @@ class Boxes : public QObject {
   /// An input or date box whose prompt contains this; the text is typed over what it proposes and Enter pressed, or Esc
   /// for nothing.
   void ExpectInput(const QString& part, const std::optional<QString>& text);
-  /// Another modal window (a lookup, a modal screen, a dialog) whose title contains this. What `act` leaves open is
-  /// closed, and the test fails.
+  /// Any modal window (a lookup, a modal screen, a dialog, a box) whose title or text contains this; the test acts in
+  /// it itself. What `act` leaves open is closed, and the test fails.
   void ExpectDialog(const QString& title_part, std::function<void(QWidget&)> act);
   /// A context menu that is open; its entry with this text is picked by keys.
   void ExpectMenu(const QString& entry);
@@ -64,8 +64,10 @@ class Boxes : public QObject {
     QPointer<QWidget> box;
     bool acting = false;
     qint64 since = 0;
+    int given_up = 0;
   };
 
+  static bool Fits(const Expected& expected, const ShownBox& shown);
   void Look();
   void LookAtMenu();
   void Meet(QWidget& box);
@@ -78,6 +80,8 @@ class Boxes : public QObject {
   std::deque<Expected> expected_;
   std::vector<ShownBox> shown_;
   std::deque<Seen> seen_;
+  const QWidget* coming_ = nullptr;  // shown and not yet active, since then
+  qint64 coming_since_ = 0;
 };
 
 }  // namespace test

@@ -7,6 +7,8 @@
 namespace test {
 
 QWidget& Keyboard() {
+  // After a box has gone the window below it becomes active a moment later.
+  WaitFor([] { return QApplication::activePopupWidget() != nullptr || QApplication::activeWindow() != nullptr; });
   if (QWidget* popup = QApplication::activePopupWidget()) return *popup;
   if (QWidget* focus = QApplication::focusWidget()) return *focus;
   if (QWidget* window = QApplication::activeWindow()) return *window;

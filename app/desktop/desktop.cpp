@@ -1,0 +1,93 @@
+#include "app/desktop/desktop.h"
+
+#include <QStandardPaths>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+
+#include "app/desktop/desktop_application.h"
+#include "app/desktop/entrance.h"
+#include "app/desktop/error_box.h"
+#include "app/desktop/main_window.h"
+#include "app/desktop/settings.h"
+#include "app/desktop/text.h"
+#include "app/desktop/theme.h"
+#include "app/desktop/window_person.h"
+#include "app/services/user_settings.h"
+
+namespace app::desktop {
+namespace {
+
+constexpr int kFailed = 1;
+constexpr const char* kNoWindows =
+    "não há tela para abrir janelas: defina DISPLAY ou WAYLAND_DISPLAY, ou use os comandos (veja tecelagem --help).";
+
+QString DataFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/tecelagem");
+}
+
+QtMessageHandler qt_message = nullptr;
+
+// A display that is named and does not answer makes Qt end the program; one sentence is all that should be seen of it.
+void TellFatal(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (type == QtFatalMsg) {
+    std::fprintf(stderr, "tecelagem: %s\n", kNoWindows);
+    std::_Exit(kFailed);
+  }
+  qt_message(type, context, text);
+}
+
+std::string SettingsFile(const DesktopOptions& options) {
+  return options.settings_file.empty() ? services::FileUserSettings::DefaultPath() : options.settings_file;
+}
+
+// Until nobody signs in any more.
+void Work(const DesktopOptions& options, const host::Module& module) {
+  // Read only: the program, once started, keeps the settings in the same file.
+  services::FileUserSettings settings(SettingsFile(options));
+  Entrance entrance(options, module, settings, DataFolder());
+  for (;;) {
+    WindowPerson person;
+    const std::unique_ptr<Application> application = entrance.Enter(person);
+    if (application == nullptr) return;
+    MainWindow window(*application, person);
+    window.show();
+    QApplication::exec();
+    if (!window.ChangeUserWanted()) return;
+    entrance.AskAgain();
+  }
+}
+
+}  // namespace
+
+std::string WhyNoWindows() {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+    if (!qEnvironmentVariableIsEmpty(name)) return {};
+  }
+  return kNoWindows;
+#else
+  return {};
+#endif
+}
+
+int RunDesktop(const DesktopOptions& options, const host::Module& module) {
+  qt_message = qInstallMessageHandler(&TellFatal);
+  int count = 1;
+  char name[] = "tecelagem";
+  char* values[] = {name, nullptr};
+  DesktopApplication application(count, values);
+  QApplication::setApplicationVersion(ToQt(options.version));
+  try {
+    const std::string theme =
+        services::FileUserSettings(SettingsFile(options)).Read(kSettingsKey, kWindowSection, kThemeName).value_or("");
+    ApplyTheme(ThemeFromName(theme));
+    Work(options, module);
+    return 0;
+  } catch (const std::exception& error) {
+    ShowError(nullptr, QStringLiteral("Tecelagem"), error);
+    return kFailed;
+  }
+}
+
+}  // namespace app::desktop
