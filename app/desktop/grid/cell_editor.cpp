@@ -34,7 +34,13 @@ bool CellEditor::event(QEvent* event) {
   return QLineEdit::event(event);
 }
 
+bool TurnsPage(const QKeyEvent& event) {
+  const bool page = event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown;
+  return page && event.modifiers().testFlag(Qt::ControlModifier);
+}
+
 bool LeavesCell(const QKeyEvent& event) {
+  if (TurnsPage(event)) return false;
   switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:

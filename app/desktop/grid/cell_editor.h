@@ -27,6 +27,8 @@ class CellEditor : public QLineEdit {
   std::function<bool(QKeyEvent*)> for_grid_;
 };
 
+/// Ctrl+PgUp and Ctrl+PgDn turn the tabs that the grid stands on.
+bool TurnsPage(const QKeyEvent& event);
 /// Keys that leave a cell or act on the grid while its text is being typed.
 bool LeavesCell(const QKeyEvent& event);
 

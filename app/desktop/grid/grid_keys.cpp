@@ -27,6 +27,23 @@ bool IsMove(int key) {
   }
 }
 
+bool IsEditKey(int key) {
+  switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Escape:
+    case Qt::Key_Insert:
+    case Qt::Key_F2:
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 bool IsTypedText(const QKeyEvent& event) {
@@ -43,7 +60,7 @@ bool IsGridKey(const QKeyEvent& event) {
   if (commands == Qt::ControlModifier) {
     const bool letter = key == Qt::Key_C || key == Qt::Key_V || key == Qt::Key_F || key == Qt::Key_A;
     return letter || IsEnter(key) || key == Qt::Key_Tab || key == Qt::Key_Backtab || key == Qt::Key_Delete ||
-           key == Qt::Key_Insert || IsMove(key);
+           key == Qt::Key_Insert || (IsMove(key) && !TurnsPage(event));
   }
   if (commands != Qt::NoModifier) return IsTypedText(event);
   return LeavesCell(event) || IsMove(key) || key == Qt::Key_Delete || key == Qt::Key_Insert || key == Qt::Key_F2 ||
@@ -247,7 +264,7 @@ bool GridView::EditKey(const QKeyEvent& event) {
     actor_.MoveOn(key == Qt::Key_Backtab);
     return true;
   }
-  if ((event.modifiers() & kCommands) != Qt::NoModifier) return false;
+  if ((event.modifiers() & kCommands) != Qt::NoModifier || !IsEditKey(key)) return false;
   head_ = {};
   switch (key) {
     case Qt::Key_Return:

@@ -130,7 +130,7 @@ void GridPanel::Parts::Connect(Station& station) {
   connect(&station, &Station::Settled, this, &Parts::TakeUp);
   connect(&dirty_, &QTimer::timeout, this, &Parts::TakeUp);
   connect(&save_, &QTimer::timeout, this, &Parts::SaveLayout);
-  connect(&model_, &GridModel::Refreshed, this, &Parts::Shown);
+  connect(&model_, &GridModel::RowsChanged, this, &Parts::Shown);
   connect(&model_, &GridModel::ColumnsChanged, this, &Parts::ApplyLayout);
   connect(&view_, &GridView::KeyboardWanted, &panel_, &GridPanel::KeyboardWanted);
   connect(&view_, &GridView::CopyWanted, this, [this] { output_.Copy(); });

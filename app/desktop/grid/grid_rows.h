@@ -32,7 +32,7 @@ class RowSource {
 struct RowOrder {
   int column = -1;  // that it is sorted by; -1 for the dataset's order
   bool descending = false;
-  std::string filter;  // words, all of which a row must contain
+  std::string filter = {};  // words, all of which a row must contain
 
   bool operator==(const RowOrder&) const = default;
 };
