@@ -35,7 +35,9 @@ void Binding::Show() {
   widget_.setVisible(control_.Visible());
   for (QLabel* caption : window_.CaptionsOf(widget_)) {
     const QString text = ToQt(control_.Caption());
-    if (caption->text() != text) caption->setText(text);
+    // A grid has no caption of its own; what the form writes above it stays.
+    const bool named = dynamic_cast<const host::Grid*>(&control_) == nullptr;
+    if (named && caption->text() != text) caption->setText(text);
     caption->setVisible(control_.Visible());
   }
 }

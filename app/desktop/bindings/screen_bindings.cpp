@@ -8,6 +8,7 @@
 
 #include "app/desktop/bindings/keys.h"
 #include "app/desktop/bindings/mismatches.h"
+#include "host/kit/grid.h"
 #include "host/restored.h"
 
 namespace app::desktop {
@@ -288,6 +289,11 @@ QString ScreenBindings::KeysHere() const {
   const host::Control* focused = Desk().Focused();
   const Binding* binding = focused == nullptr ? nullptr : Of(focused);
   if (binding != nullptr && binding->HasLookup()) tell(host::Key::kF4, QStringLiteral("Pesquisa"));
+  const auto* grid = dynamic_cast<const host::Grid*>(focused);
+  if (binding != nullptr && grid != nullptr && !grid->ReadOnly()) {
+    // Tab and Enter go from cell to cell there.
+    hints.append(QStringLiteral("Ctrl+Enter Sai da grade"));
+  }
   for (const host::KeyHint& hint : screen_.KeyHints()) tell(hint.key, QString::fromStdString(hint.text));
   for (const host::Component* component : screen_.Components()) {
     const auto* button = dynamic_cast<const host::Button*>(component);
