@@ -121,7 +121,8 @@ TEST_F(Stations, WhoWaitsTooLongIsToldAndKeepsItsWork) {
   }
   const auto waited = std::chrono::steady_clock::now() - start;
   EXPECT_GE(waited, milliseconds(900));
-  EXPECT_LE(waited, milliseconds(3500));
+  // The engine counts whole seconds: a wait that it ended early is taken for a conflict and tried once more.
+  EXPECT_LE(waited, milliseconds(4500));
   other->EndAction(Outcome::kOk);
   EXPECT_EQ(Durable("SELECT COUNT(*) FROM {T} WHERE NUMERO = '1'"), "1");
 }
