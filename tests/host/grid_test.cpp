@@ -1,6 +1,8 @@
 // Moving and typing in a grid.
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "toy.h"
 
 namespace {
@@ -426,6 +428,93 @@ TEST_F(GridTest, ColumnsFollowFieldsThatWereRebuilt) {
   EXPECT_EQ(grid->SelectedField(), "");
   EXPECT_THROW(toy.desk.TypeCell(*grid, "x"), ActError);
   EXPECT_EQ(toy.desk.GridKey(*grid, Key::kTab), ActResult::kDone);
+}
+
+TEST_F(GridTest, AClickOnACellLeavesTheFormerCellOnce) {
+  Three();
+  ASSERT_EQ(toy.desk.SelectCell(*grid, "Cor"), ActResult::kDone);
+  grid->OnClick = [this] { toy.notes.push_back("click " + grid->SelectedField()); };
+  toy.notes.clear();
+  EXPECT_EQ(toy.desk.ClickCell(*grid, 3, "Qtde"), ActResult::kDone);
+  EXPECT_EQ(toy.TakeEvents(), "colexit Cor | scroll C | click Qtde");
+  EXPECT_EQ(toy.desk.ClickCell(*grid, 3, "Qtde"), ActResult::kDone);
+  EXPECT_EQ(toy.TakeEvents(), "click Qtde");
+  EXPECT_THROW(toy.desk.ClickCell(*grid, 4, "Qtde"), ActError);
+  EXPECT_THROW(toy.desk.ClickCell(*grid, 1, "Nada"), ActError);
+}
+
+TEST_F(GridTest, AClickIsRefusedWithTheCellThatIsNotLeft) {
+  Three();
+  ASSERT_EQ(toy.desk.SelectCell(*grid, "Codigo"), ActResult::kDone);
+  ASSERT_EQ(toy.desk.TypeCell(*grid, "X"), ActResult::kDone);
+  EXPECT_EQ(toy.desk.ClickCell(*grid, 3, "Qtde"), ActResult::kRefused);
+  EXPECT_EQ(items->RecNo(), 1u);
+  EXPECT_EQ(grid->SelectedField(), "Codigo");
+  EXPECT_EQ((*items)["Codigo"].AsText(), "A");
+}
+
+TEST_F(GridTest, ATickLeavesTheCellAndPostsTheRow) {
+  Three();
+  ASSERT_EQ(toy.desk.SelectCell(*grid, "Sel"), ActResult::kDone);
+  toy.notes.clear();
+  EXPECT_EQ(toy.desk.TickCell(*grid, true), ActResult::kDone);
+  EXPECT_EQ(toy.TakeEvents(), "colexit Sel | post A");
+  EXPECT_EQ(items->ValueAt(1, 0).AsText(), "S");
+  EXPECT_EQ(grid->SelectedField(), "Sel");
+  EXPECT_EQ(toy.desk.TickCell(*grid, false), ActResult::kDone);
+  EXPECT_EQ(items->ValueAt(1, 0).AsText(), "N");
+}
+
+TEST_F(GridTest, ATickInANewRowLeavesItOpen) {
+  Three();
+  items->Append();
+  ASSERT_EQ(toy.desk.SelectCell(*grid, "Sel"), ActResult::kDone);
+  EXPECT_EQ(toy.desk.TickCell(*grid, true), ActResult::kDone);
+  EXPECT_EQ(items->State(), DatasetState::kInsert);
+  EXPECT_EQ((*items)["Sel"].AsText(), "S");
+}
+
+TEST_F(GridTest, UpFromANewRowThatGivesItselfUpGoesOneRowUp) {
+  Three();
+  toy.desk.SelectRow(*grid, 3);
+  ASSERT_EQ(toy.desk.GridKey(*grid, Key::kDown), ActResult::kDone);
+  ASSERT_EQ(items->State(), DatasetState::kInsert);
+  EXPECT_EQ(toy.desk.GridKey(*grid, Key::kUp), ActResult::kDone);
+  EXPECT_EQ(items->State(), DatasetState::kBrowse);
+  EXPECT_EQ(items->RecNo(), 3u);
+  EXPECT_EQ(toy.desk.GridKey(*grid, Key::kUp), ActResult::kDone);
+  EXPECT_EQ(items->RecNo(), 2u);
+}
+
+TEST_F(GridTest, ADatasetCountsItsChangesAndNotItsMoves) {
+  Three();
+  std::size_t seen = items->Changes();
+  const auto grew = [&] { return items->Changes() > std::exchange(seen, items->Changes()); };
+  items->Last();
+  items->First();
+  items->Locate("Codigo", {"B"});
+  EXPECT_FALSE(grew());
+  items->Edit();
+  EXPECT_FALSE(grew());
+  (*items)["Qtde"].Set(11);
+  EXPECT_TRUE(grew());
+  items->Post();
+  EXPECT_TRUE(grew());
+  items->Append();
+  EXPECT_TRUE(grew());
+  items->Cancel();
+  EXPECT_TRUE(grew());
+  items->SetFilter("Codigo <> 'A'");
+  items->SetFiltered(true);
+  EXPECT_TRUE(grew());
+  items->SetIndex("Codigo");
+  EXPECT_TRUE(grew());
+  items->Delete();
+  EXPECT_TRUE(grew());
+  items->Empty();
+  EXPECT_TRUE(grew());
+  items->Close();
+  EXPECT_TRUE(grew());
 }
 
 }  // namespace
