@@ -1,6 +1,7 @@
 // The administration by keyboard, in its windows.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <string>
@@ -47,6 +48,19 @@ TEST_F(AdminWindows, EveryFormFitsItsScreen) {
     ASSERT_TRUE(mill_.IsInMenu(screen)) << screen;
     const QStringList mismatches = mill_.WindowOf(mill_.Open(screen)).Mismatches();
     EXPECT_TRUE(mismatches.isEmpty()) << screen << ": " << mismatches.join(u'\n').toStdString();
+  }
+}
+
+// Each screen that is picked from the menu comes to the front and has the keyboard.
+TEST_F(AdminWindows, TheKeyboardIsInTheScreenOpenedLast) {
+  for (const char* screen : {"TfmUsuarios", "TfmLog", "TfmSenha", "TfmUsuarios"}) {
+    const host::Screen& open = mill_.Open(screen);
+    EXPECT_TRUE(mill_.WindowOf(open).isVisible()) << screen;
+    const QWidget* keyboard = QApplication::focusWidget();
+    ASSERT_NE(keyboard, nullptr) << screen;
+    EXPECT_TRUE(mill_.WindowOf(open).isAncestorOf(keyboard)) << screen;
+    ASSERT_NE(mill_.Desk().Focused(), nullptr) << screen;
+    EXPECT_EQ(&mill_.Desk().Focused()->Owner(), &open) << screen;
   }
 }
 
