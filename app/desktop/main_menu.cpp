@@ -87,7 +87,7 @@ void MainMenu::AddWindows() {
   add(QStringLiteral("&Anterior"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab),
       [this] { area_.activatePreviousSubWindow(); });
   add(QStringLiteral("&Fechar"), QKeySequence(Qt::CTRL | Qt::Key_W), [this] {
-    if (ScreenWindow* window = area_.Active()) area_.Close(window->GetScreen());
+    if (const ScreenWindow* window = area_.Active()) area_.Close(window->GetScreen());
   });
   add(QStringLiteral("Fechar &todas"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W), [this] { area_.CloseAll(); });
   windows_->addSeparator();

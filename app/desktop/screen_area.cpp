@@ -1,8 +1,10 @@
 #include "app/desktop/screen_area.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QTabBar>
+#include <QKeySequence>
+#include <QMenu>
 #include <QTimer>
 #include <utility>
 
@@ -16,6 +18,8 @@ ScreenFrame::ScreenFrame(ScreenWindow* window, const QString& title) : window_(w
   setWidget(window);
   setWindowTitle(title);
   setWindowIcon(QApplication::windowIcon());
+  // Ctrl+W is in the menu of the program; twice the same key would do nothing.
+  for (QAction* action : systemMenu()->actions()) action->setShortcuts(QList<QKeySequence>());
 }
 
 void ScreenFrame::closeEvent(QCloseEvent* event) {
@@ -53,8 +57,11 @@ void ScreenArea::SetMode(Mode mode) {
     setTabsClosable(true);
     setTabsMovable(true);
   }
+  if (mode == Mode::kFree) {
+    for (ScreenFrame* frame : std::as_const(frames_)) frame->showNormal();
+    cascadeSubWindows();
+  }
   for (ScreenFrame* frame : std::as_const(frames_)) ShowFrame(*frame);
-  if (mode == Mode::kFree) cascadeSubWindows();
   setActiveSubWindow(active);
 }
 
@@ -97,6 +104,9 @@ void ScreenArea::Show(host::Screen& screen) {
     ShowFrame(*frame);
   }
   setActiveSubWindow(frame);
+  // Within the act, so that the screen left behind does not take the keyboard back when it ends.
+  entered_ = frame->Window();
+  entered_->TakeFocus();
   emit ActiveChanged();
 }
 

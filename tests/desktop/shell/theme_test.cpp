@@ -74,6 +74,7 @@ TEST_F(Themes, EveryTextCanBeReadInBoth) {
 TEST_F(Themes, TheChoiceShowsAtOnceAndIsRemembered) {
   Pick("Tema escuro");
   EXPECT_TRUE(app::desktop::IsDark());
+  test::Settle();
   const QColor ground = mill_.Window().palette().color(QPalette::Window);
   EXPECT_LT(ground.lightness(), 80);
   EXPECT_LT(mill_.Window().findChild<app::desktop::ScreenArea*>()->background().color().lightness(), 80);
