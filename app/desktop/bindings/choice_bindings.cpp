@@ -53,9 +53,10 @@ RadioBinding::RadioBinding(ScreenBindings& window, host::RadioGroup& radios, QGr
   Watch(box_);
   int characters = 0;
   for (const std::string& item : radios_.Items()) characters += static_cast<int>(ToQt(item).size());
+  QHBoxLayout* row = nullptr;
   if (box_.layout() == nullptr) {
     if (characters <= kInOneRow) {
-      new QHBoxLayout(&box_);
+      row = new QHBoxLayout(&box_);
     } else {
       new QVBoxLayout(&box_);
     }
@@ -70,6 +71,7 @@ RadioBinding::RadioBinding(ScreenBindings& window, host::RadioGroup& radios, QGr
     Watch(*button);
     connect(button, &QRadioButton::clicked, this, [this, index] { Choose(index); });
   }
+  if (row != nullptr) row->addStretch();
 }
 
 void RadioBinding::LetGo() {

@@ -249,12 +249,16 @@ TEST_F(Box, ShownByARefusedExitDoesNotLoseTheFocus) {
 TEST_F(Box, ShownByAnExitThatAgreesMovesTheFocusButIsNoClick) {
   OpenTear();
   RefuseWithBox("EdtCodigo", false);
-  Click("ChkAtivo");
+  auto* tick = Find<QCheckBox>("ChkAtivo");
+  const QPoint mark(8, tick->height() / 2);
+  Click(*tick, mark);
   EXPECT_EQ(boxes_, 1);
   EXPECT_EQ(WindowTest::Focus(), "ChkAtivo");
-  EXPECT_FALSE(Find<QCheckBox>("ChkAtivo")->isDown());
-  Click("ChkAtivo");
-  EXPECT_EQ(Find<QCheckBox>("ChkAtivo")->isChecked(), Part<host::CheckBox>("ChkAtivo").Checked());
+  EXPECT_FALSE(tick->isDown());
+  EXPECT_FALSE(Part<host::CheckBox>("ChkAtivo").Checked());
+  Click(*tick, mark);
+  EXPECT_TRUE(Part<host::CheckBox>("ChkAtivo").Checked());
+  EXPECT_TRUE(tick->isChecked());
 }
 
 TEST_F(Box, NothingIsDoneWhileItStands) {
