@@ -58,6 +58,7 @@ class ToyApplication : public app::Application, private host::DeskEnvironment {
   app::firebird::Database& GetDatabase() override;
   app::ProgramClock& GetProgramClock() override { return clock_; }
   std::vector<app::MenuScreen> MenuScreens() override { return {}; }
+  std::optional<std::string> AskFile(const app::FileQuestion& question) override { return person_.AskFile(question); }
   void WriteParameter(std::string_view group, int number, std::string_view value) override;
 
   host::Funcoes& GetFuncoes() override;

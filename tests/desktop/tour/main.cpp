@@ -1,0 +1,74 @@
+// A walk through the windows that leaves a picture at each stop: `tour manual FOLDER` takes the pictures of the manual
+// while somebody types an order and writes off its rolls by keyboard alone; `tour screens FOLDER [dark]` takes one of
+// every screen. Offscreen, on a fresh demonstration mill at a set clock, so that the pictures are the same each time.
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QPixmap>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "app/desktop/sign_in_dialog.h"
+#include "app/desktop/text.h"
+#include "app/desktop/theme.h"
+#include "app/mill/mill.h"
+#include "desktop/support/desktop_mill.h"
+#include "desktop/tour/camera.h"
+#include "desktop/tour/walks.h"
+#include "support/template_database.h"
+
+namespace {
+
+std::string NewDemo() {
+  const std::string path =
+      (std::filesystem::temp_directory_path() / ("tecelagem-tour-" + std::to_string(::getpid())) / "demo.fdb").string();
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+  test::RemoveDatabase(path);
+  app::firebird::ConnectOptions options;
+  options.database = path;
+  app::mill::CreateDemo(options, "demo");
+  return path;
+}
+
+int Walk(const QStringList& words) {
+  const bool screens = words.value(1) == QStringLiteral("screens");
+  if (words.size() < 3 || (!screens && words.value(1) != QStringLiteral("manual"))) {
+    std::cerr << "usage: tour manual FOLDER | tour screens FOLDER [dark]\n";
+    return 2;
+  }
+  const std::string database = NewDemo();
+  const tour::Camera camera(words.value(2));
+  app::desktop::ApplyTheme(words.value(3) == QStringLiteral("dark") ? app::desktop::Theme::kDark
+                                                                    : app::desktop::Theme::kLight);
+  {
+    test::DesktopMill::Options options;
+    options.mill.database = database;
+    test::DesktopMill mill(options);
+    mill.GetMill().SetClock("2026-03-10 14:20:00");
+    if (screens) {
+      tour::EveryScreen(mill, camera);
+    } else {
+      tour::Manual(mill, camera);
+    }
+  }
+  std::filesystem::remove_all(std::filesystem::path(database).parent_path());
+  return 0;
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(count, values);
+  QApplication::setQuitOnLastWindowClosed(false);
+  app::desktop::PrepareLook();
+  try {
+    return Walk(QApplication::arguments());
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return 1;
+  }
+}
