@@ -59,6 +59,11 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     if (index.flags().testFlag(Qt::ItemIsUserCheckable)) box.state |= QStyle::State_Enabled;
     const QStyle* style = option.widget != nullptr ? option.widget->style() : QApplication::style();
     style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, painter, option.widget);
+    // The style's own outline cannot be seen on a dark ground.
+    const QPalette& palette = option.palette;
+    painter->setPen(
+        Mixed(palette.color(QPalette::Active, QPalette::Base), palette.color(QPalette::Active, QPalette::Text), 0.45));
+    painter->drawRect(box.rect.adjusted(0, 0, -1, -1));
     return;
   }
   if (!IsCursor(option, index) || !index.data(GridModel::kLookupRole).toBool()) return;

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QIcon>
+#include <QPainter>
 
 namespace app::desktop {
 
@@ -37,6 +38,14 @@ bool CellEditor::event(QEvent* event) {
 bool TurnsPage(const QKeyEvent& event) {
   const bool page = event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown;
   return page && event.modifiers().testFlag(Qt::ControlModifier);
+}
+
+// A line around it tells at a glance that the cell is open.
+void CellEditor::paintEvent(QPaintEvent* event) {
+  QLineEdit::paintEvent(event);
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::Highlight));
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 bool LeavesCell(const QKeyEvent& event) {

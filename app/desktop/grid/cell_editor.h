@@ -22,6 +22,7 @@ class CellEditor : public QLineEdit {
 
  protected:
   bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   std::function<bool(QKeyEvent*)> for_grid_;

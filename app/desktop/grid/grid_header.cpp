@@ -11,7 +11,6 @@ GridHeader::GridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
   setSectionsClickable(true);
   setSectionsMovable(true);
   setHighlightSections(false);
-  setSortIndicatorShown(true);
   setSortIndicatorClearable(true);
   setSortIndicator(-1, Qt::AscendingOrder);
   setMinimumSectionSize(fontMetrics().averageCharWidth() * 4);

@@ -286,7 +286,12 @@ bool GridView::EditKey(const QKeyEvent& event) {
       actor_.Append();
       return true;
     case Qt::Key_F2:
-      OpenEditor(std::nullopt);
+      // Where no cell opens the key is the screen's.
+      if (editor_ == nullptr && (!actor_.CanType() || actor_.IsCheckBox())) {
+        actor_.Key(host::Key::kF2);
+      } else {
+        OpenEditor(std::nullopt);
+      }
       return true;
     case Qt::Key_Delete:
       if (editor_ != nullptr) return false;

@@ -14,6 +14,7 @@ GridView::GridView(Station& station, GridModel& model, QWidget* parent)
     : QTableView(parent), model_(model), actor_(station, model), header_(new GridHeader(this)) {
   setObjectName(QStringLiteral("grid_table"));
   setHorizontalHeader(header_);
+  header_->setSortIndicatorShown(true);  // the table takes the mark away with its own sorting
   setModel(&model);
   setItemDelegate(new CellDelegate(this));
   setEditTriggers(NoEditTriggers);
@@ -64,7 +65,7 @@ void GridView::ShowCursor() {
   shown_id_ = id;
   shown_column_ = column;
   rows_changed_ = false;
-  setProperty("greyed", !actor_.Live());
+  Grey(!actor_.Live());
   const QModelIndex cursor = Cursor();
   const bool own_look = !actor_.Live() || head_.isValid();
   const bool collapsed = marked_ && !head_.isValid();
@@ -82,6 +83,13 @@ void GridView::ShowCursor() {
   setAttribute(Qt::WA_InputMethodEnabled, actor_.CanType() && !actor_.IsCheckBox());
   PlaceEditor();
   viewport()->update();
+}
+
+// The room below the rows greys with them.
+void GridView::Grey(bool greyed) {
+  if (property("greyed").toBool() == greyed) return;
+  setProperty("greyed", greyed);
+  viewport()->setBackgroundRole(greyed ? QPalette::Window : QPalette::Base);
 }
 
 void GridView::LookAt(int row, int column) {

@@ -68,6 +68,7 @@ class GridView : public QTableView {
 
  private:
   void ShowCursor();
+  void Grey(bool greyed);
   void FitRowHeight();
   /// The view's own model index of the dataset's cursor; invalid when that row is not shown.
   QModelIndex Cursor() const;

@@ -44,6 +44,7 @@ TEST_F(ColumnsTest, AHeaderSortsUpDownAndNotAtAll) {
   ClickHeader("Cor");
   EXPECT_EQ(Codes(), "ABC");
   EXPECT_EQ(Header().sortIndicatorOrder(), Qt::DescendingOrder);
+  EXPECT_TRUE(Header().isSortIndicatorShown());
   ClickHeader("Cor");
   EXPECT_EQ(Header().sortIndicatorSection(), -1);
   ClickHeader("Qtde");

@@ -153,6 +153,18 @@ TEST_F(KeyboardTest, FunctionKeysGoToTheGrid) {
   EXPECT_EQ(Events(), "left Codigo | saved");
 }
 
+TEST_F(KeyboardTest, F2IsTheScreensWhereNoCellOpens) {
+  save_->Shortcut = host::Key::kF2;
+  save_->OnClick = [this] { toy_.notes.push_back("saved"); };
+  Press(Qt::Key_F2);
+  ASSERT_NE(Editor(), nullptr);
+  Press(Qt::Key_Escape);
+  Press(Qt::Key_Right);
+  Events();
+  Press(Qt::Key_F2);
+  EXPECT_EQ(Events(), "left Descricao | saved");
+}
+
 TEST_F(KeyboardTest, CtrlTabAndCtrlEnterLeadOutOfTheGrid) {
   Press(Qt::Key_Return, Qt::ControlModifier);
   EXPECT_EQ(toy_.desk.Focused(), save_);
