@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -14,6 +15,7 @@
 
 #include "app/application.h"
 #include "app/books/check.h"
+#include "app/cli/library.h"
 #include "app/cli/module_loader.h"
 #include "app/cli/terminal.h"
 #include "app/desktop/desktop.h"
@@ -23,6 +25,7 @@
 #include "app/mill/passwords.h"
 #include "app/operator/scripted_person.h"
 #include "app/script/driver.h"
+#include "app/windows/windows.h"
 #include "host/errors.h"
 
 namespace app::cli {
@@ -125,16 +128,30 @@ int Check(const Arguments& arguments) {
   return 0;
 }
 
+// The toolkit would end the program without a word for people.
+void CheckDisplay() {
+#if defined(__unix__) && !defined(__APPLE__)
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+    const char* value = std::getenv(name);
+    if (value != nullptr && *value != '\0') return;
+  }
+  throw host::InputError(desktop::kNoWindows);
+#endif
+}
+
 int Desktop(const Arguments& arguments) {
-  const std::string why_not = desktop::WhyNoWindows();
-  if (!why_not.empty()) throw host::InputError(why_not);
+  CheckDisplay();
   const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
   desktop::DesktopOptions options;
   options.connect = Connection(arguments);
   if (arguments.user_given) options.user = arguments.user;
   options.signed_in = arguments.user_given && arguments.password.has_value() && !arguments.ask;
   options.version = TECELAGEM_VERSION;
-  return desktop::RunDesktop(options, module.Get());
+  // Not unloaded again: the toolkit leaves work for the end of the process.
+  static const auto* const kLibrary =
+      new Library(Library::Open("A biblioteca das janelas", Library::BesideProgram("tecelagem-windows")));
+  const auto run = reinterpret_cast<windows::Entry>(kLibrary->Find(windows::kEntry));
+  return run(&options, &module.Get());
 }
 
 int Version() {

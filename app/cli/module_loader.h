@@ -1,9 +1,10 @@
-// Loads the screens' module. All that differs between systems in loading a library stands in module_loader.cpp.
+// Loads the screens' module.
 #pragma once
 
 #include <filesystem>
-#include <memory>
+#include <utility>
 
+#include "app/cli/library.h"
 #include "host/module.h"
 
 namespace app::cli {
@@ -18,11 +19,6 @@ class LoadedModule {
   const host::Module& Get() const { return *module_; }
 
  private:
-  struct CloseLibrary {
-    void operator()(void* library) const;
-  };
-  using Library = std::unique_ptr<void, CloseLibrary>;
-
   LoadedModule(Library library, const host::Module& module) : library_(std::move(library)), module_(&module) {}
 
   Library library_;

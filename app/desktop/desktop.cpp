@@ -19,14 +19,13 @@ namespace app::desktop {
 namespace {
 
 constexpr int kFailed = 1;
-constexpr const char* kNoWindows =
-    "não há tela para abrir janelas: defina DISPLAY ou WAYLAND_DISPLAY, ou use os comandos (veja tecelagem --help).";
 
 QString DataFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/tecelagem");
 }
 
 QtMessageHandler qt_message = nullptr;
+bool starting = true;
 
 // A display that is named and does not answer makes Qt end the program; one sentence is all that should be seen of it.
 void TellFatal(QtMsgType type, const QMessageLogContext& context, const QString& text) {
@@ -34,7 +33,7 @@ void TellFatal(QtMsgType type, const QMessageLogContext& context, const QString&
     std::fprintf(stderr, "tecelagem: %s\n", kNoWindows);
     std::_Exit(kFailed);
   }
-  qt_message(type, context, text);
+  if (!starting) qt_message(type, context, text);
 }
 
 std::string SettingsFile(const DesktopOptions& options) {
@@ -60,23 +59,13 @@ void Work(const DesktopOptions& options, const host::Module& module) {
 
 }  // namespace
 
-std::string WhyNoWindows() {
-#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
-  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-    if (!qEnvironmentVariableIsEmpty(name)) return {};
-  }
-  return kNoWindows;
-#else
-  return {};
-#endif
-}
-
 int RunDesktop(const DesktopOptions& options, const host::Module& module) {
   qt_message = qInstallMessageHandler(&TellFatal);
   int count = 1;
   char name[] = "tecelagem";
   char* values[] = {name, nullptr};
   DesktopApplication application(count, values);
+  starting = false;
   QApplication::setApplicationVersion(ToQt(options.version));
   try {
     const std::string theme =

@@ -17,8 +17,9 @@ struct DesktopOptions {
   std::string settings_file;  // of the user's settings; empty for the place that the operating system keeps
 };
 
-/// Why windows cannot be shown here, one sentence; empty when they can as far as the environment tells.
-std::string WhyNoWindows();
+/// Told where there is nothing to open windows on.
+inline constexpr const char* kNoWindows =
+    "não há tela para abrir janelas: defina DISPLAY ou WAYLAND_DISPLAY, ou use os comandos (veja tecelagem --help).";
 
 /// Runs the desktop; the exit code of the program. Whatever goes wrong is told in a box.
 int RunDesktop(const DesktopOptions& options, const host::Module& module);
