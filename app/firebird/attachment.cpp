@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <mutex>
@@ -15,6 +16,7 @@
 #include "app/firebird/errors.h"
 #include "app/firebird/file_guard.h"
 #include "app/firebird/rights.h"
+#include "app/firebird/server_probe.h"
 
 namespace app::firebird {
 namespace {
@@ -185,6 +187,7 @@ void Attachment::AttachFile(const ConnectOptions& options, bool create) {
 
 void Attachment::AttachServer(const ConnectOptions& options, bool create, int patience) {
   name_ = options.database;
+  if (ServerIsSilent(name_, std::chrono::seconds(patience))) throw Refusal(SilentServer(name_));
   Parameters parameters(status_, api::IXpbBuilder::DPB);
   if (!options.user.empty()) parameters.Text(isc_dpb_user_name, options.user);
   if (!options.password.empty()) parameters.Text(isc_dpb_password, options.password);

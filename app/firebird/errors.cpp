@@ -107,6 +107,10 @@ host::DatabaseError ToCommitError(const EngineError& error) {
   return ToDatabaseError(error, "COMMIT");
 }
 
+std::string SilentServer(const std::string& database) {
+  return "O servidor do banco de dados \"" + database + "\" não responde.";
+}
+
 host::DatabaseError ToConnectError(const EngineError& error, const std::string& database, bool create) {
   const std::string name = "\"" + database + "\"";
   std::string text;
@@ -123,7 +127,7 @@ host::DatabaseError ToConnectError(const EngineError& error, const std::string& 
   } else if (HasAny(error, {isc_already_opened, isc_lock_timeout, isc_lock_conflict})) {
     text = "O banco de dados " + name + " está em uso por outro programa.";
   } else if (HasAny(error, {isc_network_error, isc_net_connect_err, isc_net_lookup_err, isc_connect_reject})) {
-    text = "O servidor do banco de dados " + name + " não responde.";
+    text = SilentServer(database);
   } else if (error.Has(isc_shutdown)) {
     text = "O banco de dados " + name + " está fechado para manutenção.";
   } else if (create && HasAny(error, {isc_io_create_err, isc_obj_in_use})) {

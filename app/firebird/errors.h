@@ -30,6 +30,9 @@ host::DatabaseError ToCommitError(const EngineError& error);
 /// The same for a refused connection to `database`, or its refused creation.
 host::DatabaseError ToConnectError(const EngineError& error, const std::string& database, bool create);
 
+/// What is told of a server that does not answer.
+std::string SilentServer(const std::string& database);
+
 /// True when another station changed or holds the row: the statement may succeed when it is run again.
 bool IsConflict(const EngineError& error);
 

@@ -1,8 +1,12 @@
 // The server goes away while a station works, and comes back.
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -253,6 +257,60 @@ TEST_F(Reconnection, AServerThatHangsIsWaitedForOnceInAnAction) {
   EXPECT_LT(Clock::now() - begin, seconds(8));
   Db().EndAction(Outcome::kFailed);
   TheServer().Continue();
+  EXPECT_EQ(Numbers(), "A");
+}
+
+// Whoever asks for a connection hears nothing at all, as from a computer that is switched off.
+class Silence {
+ public:
+  explicit Silence(int port) : ear_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const auto* place = reinterpret_cast<const sockaddr*>(&address);
+    const int at_once = 1;
+    setsockopt(ear_, SOL_SOCKET, SO_REUSEADDR, &at_once, sizeof(at_once));
+    taken_ = bind(ear_, place, sizeof(address)) == 0 && listen(ear_, 0) == 0;
+    // Nobody takes these calls; with the queue full the computer drops what else comes.
+    for (int& call : calls_) {
+      call = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+      connect(call, place, sizeof(address));
+    }
+    std::this_thread::sleep_for(milliseconds(50));
+  }
+  ~Silence() {
+    for (const int call : calls_) close(call);
+    close(ear_);
+  }
+  Silence(const Silence&) = delete;
+  Silence& operator=(const Silence&) = delete;
+  bool Taken() const { return taken_; }
+
+ private:
+  int ear_;
+  bool taken_ = false;
+  std::array<int, 4> calls_{};
+};
+
+TEST_F(Reconnection, AComputerThatSaysNothingIsWaitedForOnceInAnAction) {
+  TheServer().Kill();
+  EXPECT_EQ(Refusal([&] { Numbers(); }), kLost);
+  {
+    const std::string database = Options().database;
+    const std::size_t slash = database.find('/');
+    const Silence silence(std::stoi(database.substr(slash + 1, database.find(':') - slash - 1)));
+    ASSERT_TRUE(silence.Taken());
+    Db().BeginAction();
+    const auto begin = Clock::now();
+    const std::string down = "O servidor do banco de dados \"" + database + "\" não responde.";
+    EXPECT_EQ(Refusal([&] { Numbers(); }), down);
+    EXPECT_EQ(Refusal([&] { Add("1"); }), down);
+    EXPECT_GT(Clock::now() - begin, seconds(1));
+    EXPECT_LT(Clock::now() - begin, seconds(8));
+    Db().EndAction(Outcome::kFailed);
+  }
+  TheServer().Start();
   EXPECT_EQ(Numbers(), "A");
 }
 
