@@ -30,7 +30,8 @@ class AdminScreen : public host::Screen {
 };
 
 /// Holds a subject for this station until the action ends, so that a check and what is stored after it cannot fall
-/// apart because of another station. Waits for that one; throws host::DatabaseError when it takes too long.
+/// apart because of another station. host::Database::LockRow holds a record of one company; users, parameters and
+/// periods belong to all of them. Waits for the other station; throws host::DatabaseError when it takes too long.
 void TakeTurn(firebird::Database& database, std::string_view subject);
 
 /// The sentence for a record that another station changed since it was read: what it is, and who did it.

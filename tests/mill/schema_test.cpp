@@ -126,7 +126,7 @@ TEST(Schema, TheHostHasItsOwnTables) {
   EXPECT_EQ(own.Column("SELECT TRIM(RDB$RELATION_NAME) FROM RDB$RELATIONS WHERE RDB$RELATION_NAME STARTING 'TEC_' "
                        "ORDER BY 1"),
             (std::vector<std::string>{"TEC_CONTADOR", "TEC_DIREITO", "TEC_LOG", "TEC_MIGRACAO", "TEC_PARAMETRO",
-                                      "TEC_PERIODO", "TEC_TENTATIVA", "TEC_USUARIO"}));
+                                      "TEC_PERIODO", "TEC_TENTATIVA", "TEC_TRAVA", "TEC_USUARIO"}));
   EXPECT_EQ(
       own.Column("SELECT GRUPO || ' ' || NUMERO || ' ' || VALOR FROM TEC_PARAMETRO ORDER BY GRUPO, NUMERO"),
       (std::vector<std::string>{"COM 80 F", "MAL 40 3", "MAL 50 N", "MAL 60 N", "MAL 70 S", "MAL 90 S", "SIS 20 S"}));
