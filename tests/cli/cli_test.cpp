@@ -108,7 +108,7 @@ TEST_F(Cli, WindowsOptionsAreChecked) {
 
 // A display that is named and does not answer is no crash.
 TEST_F(Cli, ADisplayThatDoesNotAnswer) {
-  ExpectOneLine(Start({"desktop"}, {"QT_QPA_PLATFORM=xcb", "DISPLAY=127.0.0.1:99"}), 1,
+  ExpectOneLine(Start(std::vector<std::string>{"desktop"}, {"QT_QPA_PLATFORM=xcb", "DISPLAY=127.0.0.1:99"}), 1,
                 "não há tela para abrir janelas");
 }
 
