@@ -105,6 +105,8 @@ GridPanel::Parts::Parts(GridPanel& panel, Station& station, host::Grid& grid, ho
 }
 
 GridPanel::Parts::~Parts() {
+  // The viewport still gets events while the view around it is half gone.
+  view_.viewport()->removeEventFilter(this);
   Release();
   delete panel_.layout();
 }

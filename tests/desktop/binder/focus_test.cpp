@@ -387,12 +387,15 @@ TEST_F(Moves, BetweenTwoScreensAndBackToTheInputThatHadIt) {
   window_->TakeFocus();
   EXPECT_EQ(toy_.desk.Focused(), first->FindComponent("EdtData"));
   EXPECT_EQ(QApplication::focusWidget()->objectName(), "EdtData");
-  // A click on the frame of the active one does not take the keyboard out of its input.
-  QMdiSubWindow* around = area.subWindowList().front();
-  QTest::mouseClick(area.windowHandle(), Qt::LeftButton, Qt::NoModifier,
-                    around->mapTo(&area, QPoint(around->width() / 2, around->height() - 6)));
-  Settle();
-  EXPECT_EQ(QApplication::focusWidget()->objectName(), "EdtData");
+  // A click on the title or the border of the active one does not take the keyboard out of its input.
+  const QMdiSubWindow* around = area.subWindowList().front();
+  for (const QPoint at : {QPoint(around->width() / 2, 8), QPoint(1, around->height() / 3)}) {
+    const QPoint in_area = around->mapTo(&area, at);
+    ASSERT_TRUE(area.viewport()->geometry().contains(in_area));
+    QTest::mouseClick(area.windowHandle(), Qt::LeftButton, Qt::NoModifier, in_area);
+    Settle();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "EdtData");
+  }
 }
 
 }  // namespace
