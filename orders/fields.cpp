@@ -122,16 +122,16 @@ std::vector<FieldDef> YarnFields() {
 }
 
 // Only the consumption is added up: a yarn that stands in two rows shows what the order still needs of it, what is in
-// stock and what is on order in both.
+// stock and what is on order in both. As far as that consumption everything is in sight beside the lots.
 std::vector<GridColumn> YarnColumns() {
-  return {Shown("Codigo", "Código", 12),
-          Shown("Descricao", "Descrição", 28),
-          Shown("Cor", "Cor", 6),
-          Shown("DescCor", "Desc. Cor", 16),
+  return {Shown("Codigo", "Código", 8),
+          Shown("Descricao", "Descrição", 20),
+          Shown("Cor", "Cor", 4),
+          Shown("DescCor", "Desc. Cor", 8),
           ShownNumber("LFA", "LFA", 7),
-          ShownNumber("Roca", "Roca", 6),
+          ShownNumber("Roca", "Roca", 5),
           Shown("Unidade", "Uni.", 4),
-          WithTotal(ShownNumber("Consumo", "Consumo", 13)),
+          WithTotal(ShownNumber("Consumo", "Consumo", 10)),
           ShownNumber("NE", "NE", 5),
           ShownNumber("Qtde_OC", "Qtde. OC", 11),
           ShownNumber("Qtde", "Estoque", 12),
@@ -168,12 +168,12 @@ std::vector<FieldDef> StockFields() {
 
 std::vector<GridColumn> StockColumns() {
   return {Ticked("Sel", "Sel.", 4),
-          Shown("Lote", "Lote", 15),
+          Shown("Lote", "Lote", 11),
           Shown("Deposito", "Depósito", 8),
-          Shown("Desc_Dep", "Desc. Depósito", 18),
-          WithTotal(ShownNumber("Qtde", "Estoque", 12)),
-          WithTotal(TypedNumber("Qtde_Res", "Reservar", 12)),
-          WithTotal(ShownNumber("Qtde_Reservado", "Reservadas", 12)),
+          Shown("Desc_Dep", "Desc. Depósito", 12),
+          WithTotal(ShownNumber("Qtde", "Estoque", 10)),
+          WithTotal(TypedNumber("Qtde_Res", "Reservar", 10)),
+          WithTotal(ShownNumber("Qtde_Reservado", "Reservadas", 11)),
           WithTotal(ShownNumber("Qtde_B", "Baixa Reserva", 13)),
           WithTotal(ShownNumber("Saldo_Reserva", "Reserva OF", 12)),
           Shown("Fornecedor", "Fornecedor", 6),

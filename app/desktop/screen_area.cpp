@@ -5,6 +5,7 @@
 #include <QCloseEvent>
 #include <QKeySequence>
 #include <QMenu>
+#include <QTabBar>
 #include <QTimer>
 #include <utility>
 
@@ -35,6 +36,7 @@ ScreenArea::ScreenArea(Station& station, QWidget* parent) : QMdiArea(parent), st
   setTabsClosable(true);
   setTabsMovable(true);
   setViewMode(QMdiArea::TabbedView);
+  NarrowTabs();
   connect(this, &QMdiArea::subWindowActivated, this, [this](const QMdiSubWindow* frame) {
     emit ActiveChanged();
     if (frame != nullptr) FollowLater();
@@ -56,6 +58,7 @@ void ScreenArea::SetMode(Mode mode) {
     setDocumentMode(true);
     setTabsClosable(true);
     setTabsMovable(true);
+    NarrowTabs();
   }
   if (mode == Mode::kFree) {
     for (ScreenFrame* frame : std::as_const(frames_)) frame->showNormal();
@@ -63,6 +66,11 @@ void ScreenArea::SetMode(Mode mode) {
   }
   for (ScreenFrame* frame : std::as_const(frames_)) ShowFrame(*frame);
   setActiveSubWindow(active);
+}
+
+// A tab is as wide as its title, also where it is the only one.
+void ScreenArea::NarrowTabs() {
+  if (auto* tabs = findChild<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) tabs->setExpanding(false);
 }
 
 // --- what the person does ----------------------------------------------------------------------------------------

@@ -66,6 +66,7 @@ class ScreenArea : public QMdiArea {
   void ActiveChanged();
 
  private:
+  void NarrowTabs();
   ScreenFrame* FrameOf(const host::Screen& screen) const;
   void ShowFrame(ScreenFrame& frame);
   void FollowLater();

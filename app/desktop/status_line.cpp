@@ -13,6 +13,7 @@ StatusLine::StatusLine(QWidget* parent) : QStatusBar(parent) {
   keys_->setTextFormat(Qt::PlainText);
   // A long line of keys must not make the window wider than the screen.
   keys_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  keys_->setContentsMargins(8, 0, 0, 0);
   addWidget(keys_, 1);
   busy_ = NewPart("StatusBusy");
   connection_ = NewPart("StatusConnection");

@@ -5,9 +5,10 @@
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QPalette>
-#include <QStyleFactory>
 #include <QToolTip>
 #include <QTranslator>
+
+#include "app/desktop/look_style.h"
 
 // The icons stand in a static library, whose resources nobody would take in otherwise; this is Qt's way, outside any
 // namespace.
@@ -96,7 +97,7 @@ std::string_view ThemeName(Theme theme) {
 void PrepareLook() {
   TakeIcons();
   DesktopIsDark();  // while the colours are still the desktop's
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new LookStyle);
   QFont font;
   QStringList families = {QStringLiteral("Noto Sans")};
   families += font.families();

@@ -36,7 +36,8 @@ QString KeyName(host::Key key) {
     case Key::kInsert:
       return QStringLiteral("Ins");
     case Key::kDelete:
-      return QStringLiteral("Del");
+      // Only grids pass it on, and there Del by itself empties a cell.
+      return QStringLiteral("Ctrl+Del");
     case Key::kUp:
       return QStringLiteral("↑");
     case Key::kDown:

@@ -13,7 +13,7 @@ namespace app::desktop {
 host::Key ScreenKey(const QKeyEvent& event);
 /// Shift+Tab: the input before.
 bool IsBack(const QKeyEvent& event);
-/// "F4", "Enter", "Esc"; empty for kNone.
+/// "F4", "Enter", "Esc", as it is pressed; empty for kNone.
 QString KeyName(host::Key key);
 
 }  // namespace app::desktop

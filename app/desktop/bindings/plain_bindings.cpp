@@ -2,6 +2,7 @@
 
 #include <QPushButton>
 #include <QTabBar>
+#include <QToolButton>
 
 #include "app/desktop/bindings/keys.h"
 #include "app/desktop/bindings/screen_bindings.h"
@@ -42,7 +43,10 @@ void ButtonBinding::Show() {
   Binding::Show();
   const QString caption = ToQt(button_.Caption());
   if (shown_.text() != caption) shown_.setText(caption);
-  shown_.setToolTip(KeyName(button_.Shortcut));
+  const QString key = KeyName(button_.Shortcut);
+  // An arrow shows no caption.
+  const bool arrow = qobject_cast<QToolButton*>(&shown_) != nullptr;
+  shown_.setToolTip(arrow ? (QString(caption).remove(u'&') + u' ' + key).trimmed() : key);
 }
 
 void ButtonBinding::Click() {

@@ -22,7 +22,7 @@ QString GridHeader::CaptionOf(int section) const {
 }
 
 int GridHeader::TextWidth(int section) const {
-  const int margin = style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
+  const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;  // as in the cells
   const int mark =
       section == sortIndicatorSection() ? style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, this) + margin : 0;
   return sectionSize(section) - 2 * margin - mark;

@@ -1,0 +1,23 @@
+// Fusion with a little more air around texts.
+#pragma once
+
+#include <QProxyStyle>
+
+namespace app::desktop {
+
+/// Texts keep some pixels away from the frames of inputs, from the lines between cells and between captions of columns;
+/// a caption stands exactly above the texts of its column.
+class LookStyle : public QProxyStyle {
+ public:
+  LookStyle();
+
+  /// No pictures on the buttons of a box: the word says it.
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* more) const override;
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+  QRect subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const override;
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                         const QWidget* widget) const override;
+};
+
+}  // namespace app::desktop
