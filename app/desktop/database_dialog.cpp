@@ -4,10 +4,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QFormLayout>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QVBoxLayout>
 #include <exception>
 
 #include "app/desktop/busy_cursor.h"
@@ -21,6 +21,8 @@ namespace {
 
 constexpr int kInputCharacters = 48;
 constexpr int kIndent = 24;
+constexpr int kGap = 10;
+constexpr int kColumns = 3;
 constexpr const char* kAdministrator = "ADMIN";
 // The demonstration mill is for everyone to try.
 constexpr const char* kDemoPassword = "demo";
@@ -48,20 +50,26 @@ DatabaseDialog::DatabaseDialog(const QString& folder, const QString& wanted, QWi
   setWindowTitle(QStringLiteral("Banco de dados do Tecelagem"));
   auto* layout = new QVBoxLayout(this);
   objection_ = new ObjectionLabel(this);
+  auto* introduction = new QLabel(QStringLiteral("Com que banco de dados o programa vai trabalhar?"));
+  layout->addWidget(introduction);
+  auto* grid = new QGridLayout;
+  grid->setColumnStretch(1, 1);
+  layout->addLayout(grid);
 
-  empty_ = AddChoice(*layout, QStringLiteral("&Começar uma tecelagem nova, vazia"), "NewMill");
-  empty_file_ = AddInput(*layout, *empty_, QStringLiteral("Arquivo"), "NewFile");
-  first_password_ = AddInput(*layout, *empty_, QStringLiteral("Senha do administrador, ADMIN"), "NewPassword");
-  second_password_ = AddInput(*layout, *empty_, QStringLiteral("A mesma senha, outra vez"), "NewPasswordAgain");
+  empty_ = AddChoice(*grid, QStringLiteral("&Começar uma tecelagem nova, vazia"), "NewMill");
+  empty_file_ = AddInput(*grid, *empty_, QStringLiteral("Arquivo"), "NewFile");
+  first_password_ = AddInput(*grid, *empty_, QStringLiteral("Senha do administrador, ADMIN"), "NewPassword");
+  second_password_ = AddInput(*grid, *empty_, QStringLiteral("A mesma senha, outra vez"), "NewPasswordAgain");
   first_password_->setEchoMode(QLineEdit::Password);
   second_password_->setEchoMode(QLineEdit::Password);
-  demo_ = AddChoice(*layout, QStringLiteral("Conhecer a tecelagem de &demonstração (usuário ADMIN, senha demo)"),
-                    "DemoMill");
-  demo_file_ = AddInput(*layout, *demo_, QStringLiteral("Arquivo"), "DemoFile");
-  AddOpening(*layout);
+  demo_ =
+      AddChoice(*grid, QStringLiteral("Conhecer a tecelagem de &demonstração (usuário ADMIN, senha demo)"), "DemoMill");
+  demo_file_ = AddInput(*grid, *demo_, QStringLiteral("Arquivo"), "DemoFile");
+  AddOpening(*grid);
   empty_file_->setText(wanted.isEmpty() ? MillFile(folder) : wanted);
   demo_file_->setText(DemoFile(folder));
   layout->addWidget(objection_);
+  layout->addSpacing(kGap);
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -76,38 +84,39 @@ DatabaseDialog::DatabaseDialog(const QString& folder, const QString& wanted, QWi
   }
 }
 
-QRadioButton* DatabaseDialog::AddChoice(QVBoxLayout& layout, const QString& text, const char* name) {
+QRadioButton* DatabaseDialog::AddChoice(QGridLayout& grid, const QString& text, const char* name) {
   auto* choice = new QRadioButton(text, this);
   choice->setObjectName(QLatin1String(name));
-  layout.addSpacing(4);
-  layout.addWidget(choice);
+  const int row = grid.rowCount();
+  grid.setRowMinimumHeight(row, choice->sizeHint().height() + kGap);
+  grid.addWidget(choice, row, 0, 1, kColumns, Qt::AlignBottom);
   return choice;
 }
 
-QLineEdit* DatabaseDialog::AddInput(QVBoxLayout& layout, QRadioButton& choice, const QString& caption,
-                                    const char* name) {
+QLineEdit* DatabaseDialog::AddInput(QGridLayout& grid, QRadioButton& choice, const QString& caption, const char* name) {
   auto* input = new QLineEdit;
   input->setObjectName(QLatin1String(name));
   input->setMinimumWidth(kInputCharacters * fontMetrics().averageCharWidth());
   input->setEnabled(false);
-  auto* form = new QFormLayout;
-  form->setContentsMargins(kIndent, 0, 0, 0);
-  form->addRow(caption, input);
-  layout.addLayout(form);
+  auto* label = new QLabel(caption);
+  label->setIndent(kIndent);
+  label->setBuddy(input);
+  const int row = grid.rowCount();
+  grid.addWidget(label, row, 0, Qt::AlignRight);
+  grid.addWidget(input, row, 1);
   connect(&choice, &QRadioButton::toggled, input, &QWidget::setEnabled);
+  connect(&choice, &QRadioButton::toggled, label, &QWidget::setEnabled);
+  label->setEnabled(false);
   return input;
 }
 
-void DatabaseDialog::AddOpening(QVBoxLayout& layout) {
-  existing_ = AddChoice(layout, QStringLiteral("&Abrir um banco de dados que já existe"), "Existing");
-  existing_name_ = AddInput(layout, *existing_, QStringLiteral("Arquivo, ou servidor/porta:caminho"), "ExistingName");
+void DatabaseDialog::AddOpening(QGridLayout& grid) {
+  existing_ = AddChoice(grid, QStringLiteral("&Abrir um banco de dados que já existe"), "Existing");
+  existing_name_ = AddInput(grid, *existing_, QStringLiteral("Arquivo ou servidor/porta:caminho"), "ExistingName");
   auto* browse = new QPushButton(QStringLiteral("&Procurar..."));
   browse->setAutoDefault(false);
   browse->setEnabled(false);
-  auto* bar = new QHBoxLayout;
-  bar->addStretch();
-  bar->addWidget(browse);
-  layout.addLayout(bar);
+  grid.addWidget(browse, grid.rowCount() - 1, 2);
   connect(existing_, &QRadioButton::toggled, browse, &QWidget::setEnabled);
   connect(browse, &QPushButton::clicked, this, [this] {
     const QString file =

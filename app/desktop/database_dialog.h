@@ -2,10 +2,10 @@
 #pragma once
 
 #include <QDialog>
+#include <QGridLayout>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QString>
-#include <QVBoxLayout>
 #include <string>
 
 #include "app/desktop/objection.h"
@@ -34,9 +34,9 @@ class DatabaseDialog : public QDialog {
   static QString DemoFile(const QString& folder);
 
  private:
-  QRadioButton* AddChoice(QVBoxLayout& layout, const QString& text, const char* name);
-  QLineEdit* AddInput(QVBoxLayout& layout, QRadioButton& choice, const QString& caption, const char* name);
-  void AddOpening(QVBoxLayout& layout);
+  QRadioButton* AddChoice(QGridLayout& grid, const QString& text, const char* name);
+  QLineEdit* AddInput(QGridLayout& grid, QRadioButton& choice, const QString& caption, const char* name);
+  void AddOpening(QGridLayout& grid);
   void MakeEmpty();
   void MakeDemo();
   void OpenExisting();

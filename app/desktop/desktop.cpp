@@ -51,6 +51,7 @@ void Work(const DesktopOptions& options, const host::Module& module) {
     if (application == nullptr) return;
     MainWindow window(*application, person);
     window.show();
+    window.activateWindow();
     QApplication::exec();
     if (!window.ChangeUserWanted()) return;
     entrance.AskAgain();

@@ -52,6 +52,7 @@ class MainWindow::Parts : public QObject {
     connect(&station_, &Station::NotPossible, status_, &StatusLine::ShowNotPossible);
     connect(&station_, &Station::Settled, this, [this] { ActEnded(); });
     Restore();
+    ShowKeys();
   }
   ~Parts() override { person_.SetShell({}); }
 
@@ -136,11 +137,14 @@ class MainWindow::Parts : public QObject {
     ShowKeys();
   }
 
-  void ShowKeys() { status_->ShowKeys(listened_ != nullptr ? listened_->KeysHere() : QString()); }
+  void ShowKeys() {
+    status_->ShowKeys(listened_ != nullptr ? listened_->KeysHere() : QStringLiteral("Alt+letra abre um menu"));
+  }
 
   void ActEnded() {
     // Whatever failed in between, an act that has ended keeps nobody waiting.
     if (status_->Busy()) status_->ShowBusy(false, {});
+    status_->ShowConnected(application_.GetDatabase().Connected());
     ShowKeys();
   }
 
