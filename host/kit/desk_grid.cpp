@@ -29,6 +29,15 @@ int FieldIndex(const Grid& grid) {
   return -1;
 }
 
+// Where a person begins to fill in a new row.
+int FirstTypedColumn(const Grid& grid) {
+  const auto& columns = grid.Columns();
+  for (std::size_t at = 0; at < columns.size(); ++at) {
+    if (!columns[at].read_only) return static_cast<int>(at);
+  }
+  return grid.SelectedColumn();
+}
+
 EditKind KindOf(FieldType type) {
   switch (type) {
     case FieldType::kInteger:
@@ -240,7 +249,10 @@ void Desk::DownRow(Grid& grid) {
   // A row that gave itself up in BeforePost has already brought the cursor to another one.
   const bool stands = dataset.CurrentId() == row;
   if (stands && dataset.RecNo() == dataset.RecordCount()) {
-    if (!grid.ReadOnly() && dataset.Active()) dataset.Append();
+    if (!grid.ReadOnly() && dataset.Active()) {
+      dataset.Append();
+      grid.SelectColumn(FirstTypedColumn(grid));
+    }
   } else if (stands) {
     dataset.Next();
   }

@@ -129,14 +129,17 @@ bool ScreenBindings::PressKey(Binding* where, const QKeyEvent& event) {
   if (key == Key::kEscape && !station_.Busy() && where != nullptr && where->GiveUp()) return true;
   const bool back = IsBack(event);
   const host::Control* before = Desk().Focused();
+  const int boxes = interruptions_;
   const bool done =
       Do([this, key, back] { return back ? Desk().MoveFocus(screen_, true) : Desk().PressKey(screen_, key); });
-  if (!done && !gone_ && Desk().Focused() == before) Refused();
+  // Where the key itself was taken and only the way on refused, a box tells.
+  if ((!done || interruptions_ != boxes) && !gone_ && Desk().Focused() == before) Refused();
   return true;
 }
 
+// After a box the widget has the keyboard again only a moment later.
 void ScreenBindings::Refused() {
-  if (current_ != nullptr && current_->HasKeyboard()) current_->Refused();
+  if (current_ != nullptr && HasFocus(current_->GetControl())) current_->Refused();
 }
 
 bool ScreenBindings::ChoosePage(host::PageControl& pages, int page) {
