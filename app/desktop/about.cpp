@@ -67,6 +67,7 @@ void ShowAbout(QWidget* parent, const QString& database) {
   texts->addWidget(Line(QStringLiteral("Ordens, reservas de fio, baixas e estoque de malha de uma tecelagem.")));
   texts->addWidget(Line(QStringLiteral("Banco de dados: %1").arg(database)));
   texts->addWidget(Line(QStringLiteral("Qt %1").arg(QLatin1String(qVersion()))));
+  texts->addStretch();
   auto* top = new QHBoxLayout;
   top->setSpacing(16);
   top->addWidget(icon, 0, Qt::AlignTop);
@@ -94,6 +95,7 @@ void ShowKeysOfAllScreens(QWidget* parent) {
   }
   auto* layout = new QVBoxLayout(&box);
   layout->addLayout(table);
+  layout->addSpacing(8);
   layout->addWidget(Line(QStringLiteral("As teclas próprias de cada tela aparecem na barra de baixo.")));
   RunWithOk(box, *layout);
 }

@@ -14,6 +14,11 @@
 #include "host/text.h"
 
 namespace app::desktop {
+namespace {
+
+constexpr double kFreeShare = 0.85;  // of the area, each way
+
+}  // namespace
 
 ScreenFrame::ScreenFrame(ScreenWindow* window, const QString& title) : window_(window) {
   setWidget(window);
@@ -61,8 +66,12 @@ void ScreenArea::SetMode(Mode mode) {
     NarrowTabs();
   }
   if (mode == Mode::kFree) {
-    for (ScreenFrame* frame : std::as_const(frames_)) frame->showNormal();
+    for (ScreenFrame* frame : std::as_const(frames_)) {
+      frame->showNormal();
+      frame->resize(FreeSize(*frame));
+    }
     cascadeSubWindows();
+    for (ScreenFrame* frame : std::as_const(frames_)) frame->resize(FreeSize(*frame));
   }
   for (ScreenFrame* frame : std::as_const(frames_)) ShowFrame(*frame);
   setActiveSubWindow(active);
@@ -107,6 +116,7 @@ void ScreenArea::Show(host::Screen& screen) {
     connect(frame, &ScreenFrame::CloseWanted, this, [this, &screen] { Close(screen); });
     frames_.append(frame);
     addSubWindow(frame);
+    frame->resize(FreeSize(*frame));
     ShowFrame(*frame);
   } else if (frame->isMinimized()) {
     ShowFrame(*frame);
@@ -130,6 +140,12 @@ void ScreenArea::LetGo(host::Screen& screen) {
   removeSubWindow(frame);
   frame->deleteLater();
   emit ActiveChanged();
+}
+
+// Most of the area: lists are there to be seen.
+QSize ScreenArea::FreeSize(const ScreenFrame& frame) const {
+  const QSize area = viewport()->size();
+  return (area * kFreeShare).expandedTo(frame.sizeHint()).boundedTo(area.expandedTo(frame.minimumSizeHint()));
 }
 
 void ScreenArea::ShowFrame(ScreenFrame& frame) {

@@ -68,6 +68,7 @@ class ScreenArea : public QMdiArea {
  private:
   void NarrowTabs();
   ScreenFrame* FrameOf(const host::Screen& screen) const;
+  QSize FreeSize(const ScreenFrame& frame) const;
   void ShowFrame(ScreenFrame& frame);
   void FollowLater();
   void Follow();

@@ -11,6 +11,7 @@
 #include <QTabBar>
 
 #include "app/desktop/screen_area.h"
+#include "app/desktop/status_line.h"
 #include "desktop/shell/toy_screens.h"
 #include "desktop/support/desktop_mill.h"
 #include "host/errors.h"
@@ -178,7 +179,11 @@ TEST_F(Windows, TabsOrFreeIsRemembered) {
   Pick("Janela", "Janelas livres");
   EXPECT_EQ(Area().viewMode(), QMdiArea::SubWindowView);
   EXPECT_FALSE(Area().Frames()[0]->isMaximized());
+  EXPECT_GT(Area().Frames()[0]->height(), Area().height() / 2);
   EXPECT_TRUE(Area().Frames()[1]->isMaximized());  // it always opens so
+  Open("TfmToyTres");
+  EXPECT_FALSE(Area().Frames()[2]->isMaximized());
+  EXPECT_GT(Area().Frames()[2]->height(), Area().height() / 2);
   mill_.RestartWindow();
   EXPECT_EQ(Area().viewMode(), QMdiArea::SubWindowView);
   Pick("Janela", "Em abas");
@@ -301,6 +306,16 @@ TEST_F(Windows, BusyShowsWhileTheActRunsAndNoLonger) {
   EXPECT_TRUE(waiting);
   EXPECT_EQ(mill_.Status("StatusBusy"), "");
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(Windows, ALostConnectionStandsInTheStatusBar) {
+  auto* status = mill_.Window().findChild<app::desktop::StatusLine*>();
+  EXPECT_EQ(mill_.Status("StatusConnection"), "");
+  status->ShowConnected(false);
+  EXPECT_EQ(mill_.Status("StatusConnection"), "sem conexão");
+  ToyScreen& screen = Open("TfmToyUm");  // an act that reaches the database: it is there again
+  mill_.ClickOn(screen, "BtnUm");
+  EXPECT_EQ(mill_.Status("StatusConnection"), "");
 }
 
 TEST_F(Windows, WhatIsNotPossibleStandsInTheStatusBar) {
