@@ -282,13 +282,22 @@ void ScreenBindings::TellKeys() {
 
 QString ScreenBindings::KeysHere() const {
   if (gone_) return {};
-  QStringList hints = {QStringLiteral("Enter Avança"), QStringLiteral("Esc Desfaz")};
+  QStringList hints;
   std::vector<host::Key> told;
   const auto tell = [&](host::Key key, const QString& text) {
     if (std::find(told.begin(), told.end(), key) != told.end()) return;
     told.push_back(key);
     hints.append(KeyName(key) + QLatin1Char(' ') + text);
   };
+  const std::vector<host::KeyHint> of_screen = screen_.KeyHints();
+  // What the screen makes of these two comes before what they usually do.
+  const auto tell_usual = [&](host::Key key, const QString& usual) {
+    const auto own =
+        std::find_if(of_screen.begin(), of_screen.end(), [key](const auto& hint) { return hint.key == key; });
+    tell(key, own == of_screen.end() ? usual : QString::fromStdString(own->text));
+  };
+  tell_usual(host::Key::kEnter, QStringLiteral("Avança"));
+  tell_usual(host::Key::kEscape, QStringLiteral("Desfaz"));
   const host::Control* focused = Desk().Focused();
   const Binding* binding = focused == nullptr ? nullptr : Of(focused);
   if (binding != nullptr && binding->HasLookup()) tell(host::Key::kF4, QStringLiteral("Pesquisa"));
@@ -297,7 +306,7 @@ QString ScreenBindings::KeysHere() const {
     // Tab and Enter go from cell to cell there.
     hints.append(QStringLiteral("Ctrl+Enter Sai da grade"));
   }
-  for (const host::KeyHint& hint : screen_.KeyHints()) tell(hint.key, QString::fromStdString(hint.text));
+  for (const host::KeyHint& hint : of_screen) tell(hint.key, QString::fromStdString(hint.text));
   for (const host::Component* component : screen_.Components()) {
     const auto* button = dynamic_cast<const host::Button*>(component);
     if (button == nullptr || button->Shortcut == host::Key::kNone || !button->Enabled() || !button->InSight()) continue;

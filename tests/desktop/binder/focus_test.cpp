@@ -245,6 +245,25 @@ TEST_F(Box, ShownByARefusedExitDoesNotLoseTheFocus) {
   EXPECT_EQ(Shown("EdtCodigo"), "x");
 }
 
+TEST_F(Box, ShownByARefusedExitLeavesTheTextSelectedAlsoWhereTheScreenMovesOn) {
+  OpenTear();
+  RefuseWithBox("EdtCodigo");
+  Type("ab");
+  Press(Qt::Key_Tab);
+  EXPECT_EQ(Find<QLineEdit>("EdtCodigo")->selectedText(), "ab");
+  Press(Qt::Key_End);
+  EXPECT_EQ(Find<QLineEdit>("EdtCodigo")->selectedText(), "");
+  // The key itself is done; the way on that it asked for is refused.
+  screen_->on_key = [this](host::Key key) {
+    if (key == host::Key::kEnter) toy_.desk.MoveFocus(*screen_, false);
+    return key == host::Key::kEnter;
+  };
+  Press(Qt::Key_Return);
+  EXPECT_EQ(boxes_, 2);
+  EXPECT_EQ(WindowTest::Focus(), "EdtCodigo");
+  EXPECT_EQ(Find<QLineEdit>("EdtCodigo")->selectedText(), "ab");
+}
+
 // The release of the press went to the box, so the press itself must not stay half done.
 TEST_F(Box, ShownByAnExitThatAgreesMovesTheFocusButIsNoClick) {
   OpenTear();

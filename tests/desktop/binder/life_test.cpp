@@ -170,6 +170,12 @@ TEST_F(Keys, AreToldForWhereTheFocusIs) {
   EXPECT_EQ(changed.count(), 1);
 }
 
+TEST_F(Keys, ThatTheScreenUsesItsOwnWayAreToldItsWay) {
+  OpenTear([](ToyScreen& screen) { screen.hints = {{host::Key::kEnter, "Escolhe"}}; });
+  EXPECT_TRUE(window_->KeysHere().startsWith("Enter Escolhe   Esc Desfaz   F4 Pesquisa"))
+      << window_->KeysHere().toStdString();
+}
+
 TEST_F(Keys, OfButtonsThatCanBePressed) {
   OpenTear();
   EXPECT_TRUE(window_->KeysHere().contains("F2 Gravar"));
