@@ -58,9 +58,11 @@ bool LeavesCell(const QKeyEvent& event) {
     case Qt::Key_Escape:
     case Qt::Key_Up:
     case Qt::Key_Down:
+      return true;
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
-      return true;
+      // With Ctrl they turn the pages of the screen.
+      return !event.modifiers().testFlag(Qt::ControlModifier);
     default:
       return event.key() >= Qt::Key_F3 && event.key() <= Qt::Key_F12 && event.modifiers() == Qt::NoModifier;
   }

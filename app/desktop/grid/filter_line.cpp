@@ -44,6 +44,7 @@ void FilterLine::TakeFocus() {
 
 // The keys are this line's own: Enter does not go on to the next input of the screen from here.
 bool FilterLine::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &input_ && event->type() == QEvent::MouseButtonPress) emit Entered();
   if (watched == &input_ && (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride)) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     const bool done = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Down || key == Qt::Key_Tab;

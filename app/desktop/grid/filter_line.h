@@ -24,6 +24,8 @@ class FilterLine : public QWidget {
  signals:
   /// Some time after the last letter: each word of a long list costs a look at every row.
   void WordsChanged(const QString& words);
+  /// The person clicked into the line.
+  void Entered();
   /// Enter or Down: on to the rows.
   void Done();
   /// Esc in the empty line, or after it emptied the line.

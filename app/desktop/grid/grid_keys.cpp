@@ -27,6 +27,8 @@ bool IsMove(int key) {
   }
 }
 
+bool IsPage(int key) { return key == Qt::Key_PageUp || key == Qt::Key_PageDown; }
+
 bool IsEditKey(int key) {
   switch (key) {
     case Qt::Key_Return:
@@ -204,7 +206,9 @@ void GridView::LookByKey(int key) {
 
 bool GridView::MoveKey(const QKeyEvent& event) {
   const int key = event.key();
-  if (!IsMove(key) || event.modifiers().testFlag(Qt::AltModifier)) return false;
+  const bool far = event.modifiers().testFlag(Qt::ControlModifier);
+  // With Ctrl the page keys turn the pages of the screen.
+  if (!IsMove(key) || event.modifiers().testFlag(Qt::AltModifier) || (far && IsPage(key))) return false;
   if (header_->count() == 0) return true;
   if (!actor_.Live()) {
     LookByKey(key);
@@ -214,7 +218,6 @@ bool GridView::MoveKey(const QKeyEvent& event) {
   head_ = {};
   const int row = model_.CursorRow();
   const int place = ShownPlace(std::max(0, model_.GetGrid().SelectedColumn()));
-  const bool far = event.modifiers().testFlag(Qt::ControlModifier);
   switch (key) {
     case Qt::Key_Up:
       actor_.Up();

@@ -7,6 +7,7 @@
 #include <QStandardPaths>
 #include <algorithm>
 
+#include "app/desktop/busy_cursor.h"
 #include "app/desktop/grid/grid_table.h"
 #include "app/desktop/grid/table_paste.h"
 #include "host/errors.h"
@@ -117,6 +118,7 @@ void GridOutput::Export(Format format) {
   if (dialog.exec() != QDialog::Accepted || !alive || model_.Released()) return;
   const QString path = dialog.selectedFiles().value(0);
   try {
+    const BusyCursor busy;
     xlsx ? WriteXlsx(table, path.toStdString()) : WriteCsv(table, path.toStdString());
     settings_.Write(kKey, kSection, kName, QFileInfo(path).absolutePath().toStdString());
   } catch (const host::InputError& error) {

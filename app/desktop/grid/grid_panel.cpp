@@ -147,6 +147,10 @@ void GridPanel::Parts::Connect(Station& station) {
 void GridPanel::Parts::ConnectFilter() {
   connect(&view_, &GridView::FilterWanted, this, &Parts::ShowFilter);
   connect(&filter_, &FilterLine::WordsChanged, &model_, &GridModel::SetFilter);
+  connect(&filter_, &FilterLine::Entered, this, [this] {
+    // Where the person comes from is left first; where that is refused the keyboard is called back there.
+    if (station_.GetTyping().Settle()) view_.TurnTo();
+  });
   connect(&filter_, &FilterLine::Done, this, &Parts::FilterDone);
   connect(&filter_, &FilterLine::GivenUp, this, [this] {
     filter_asked_ = false;
@@ -169,7 +173,8 @@ void GridPanel::Parts::TakeUp() {
 }
 
 void GridPanel::Parts::Shown() {
-  const bool filter = filter_asked_ || model_.AllRows() > kLongList || !filter_.Words().isEmpty();
+  const bool long_list = model_.AllRows() > kLongList && !panel_.filter_on_request_;
+  const bool filter = filter_asked_ || long_list || !filter_.Words().isEmpty();
   filter_.setVisible(filter);
   filter_.ShowCount(RowsText(model_.rowCount(), model_.AllRows()));
   totals_.setVisible(totals_.HasTotals());

@@ -24,6 +24,9 @@ class GridPanel : public QWidget {
   /// `settings` keeps widths, order and sorting of the columns per user; it outlives the panel, as do the others.
   void Bind(Station& station, host::Grid& grid, host::UserSettings& settings);
   host::Grid* GetGrid() const;
+  /// Before Bind: no filter line by itself, however long the list; the screen has a search of its own. Ctrl+F still
+  /// brings it.
+  void SetFilterOnRequest() { filter_on_request_ = true; }
   /// The cell under the cursor gets the keyboard.
   void TakeFocus();
   /// The table holds the keyboard, or one of its cell editors does.
@@ -39,6 +42,7 @@ class GridPanel : public QWidget {
 
  private:
   class Parts;
+  bool filter_on_request_ = false;
   std::unique_ptr<Parts> parts_;
 };
 

@@ -140,7 +140,7 @@ Block GridView::Marked() const {
   if (!from.isValid()) return {};
   const QModelIndex to = head_.isValid() ? head_ : from;
   Block block{std::min(from.row(), to.row()), std::max(from.row(), to.row()), {}};
-  const auto [left, right] = std::minmax(ShownPlace(from.column()), ShownPlace(to.column()));
+  const auto [left, right] = std::minmax({ShownPlace(from.column()), ShownPlace(to.column())});
   for (int place = left; place <= right; ++place) block.columns.push_back(header_->logicalIndex(place));
   return block;
 }

@@ -32,6 +32,8 @@ class GridView : public QTableView {
 
   GridActor& Actor() { return actor_; }
   GridHeader& Header() { return *header_; }
+  /// The desk follows the person to this grid; false when what he comes from was not left, or the grid is locked.
+  bool TurnTo();
   /// The keyboard goes to the cell under the cursor, or to its editor.
   void TakeFocus();
   bool HasKeyboard() const;
@@ -101,8 +103,6 @@ class GridView : public QTableView {
   int ShownPlace(int column) const { return header_->visualIndex(column); }
 
   // Mouse.
-  /// The desk stands on this grid now, so that acts in it are possible.
-  bool TurnTo();
   void PressLeft(const QModelIndex& index, const QPoint& at);
 
   GridModel& model_;

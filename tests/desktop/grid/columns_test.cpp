@@ -201,6 +201,17 @@ TEST_F(ColumnsTest, ActsMeanwhileLeaveTheKeyboardInTheFilterLine) {
   EXPECT_TRUE(Filter().hasFocus());
 }
 
+TEST_F(ColumnsTest, AClickIntoTheFilterLineLeavesTheInputBefore) {
+  Many();
+  toy_.desk.Enter(*number_);
+  Events();
+  QTest::mouseClick(&Filter(), Qt::LeftButton);
+  Settle();
+  EXPECT_EQ(Events(), "exit EdtNumero");
+  EXPECT_EQ(toy_.desk.Focused(), grid_);
+  EXPECT_TRUE(Filter().hasFocus());
+}
+
 TEST_F(ColumnsTest, ANewRowIsSeenWhateverTheFilter) {
   FilterBy("verde");
   EXPECT_EQ(Codes(), "A");

@@ -1,5 +1,6 @@
 // The keyboard in a grid: from cell to cell, row to row, and out of it.
 #include <QScrollBar>
+#include <QShortcut>
 
 #include "grid_fixture.h"
 
@@ -174,6 +175,18 @@ TEST_F(KeyboardTest, CtrlTabAndCtrlEnterLeadOutOfTheGrid) {
   toy_.desk.Enter(*grid_);
   Press(Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_EQ(toy_.desk.Focused(), save_);
+}
+
+TEST_F(KeyboardTest, ThePagesOfTheScreenAreTurnedFromWithinTheGrid) {
+  int turned = 0;
+  QShortcut turn(QKeySequence(Qt::CTRL | Qt::Key_PageDown), window_.get());
+  QObject::connect(&turn, &QShortcut::activated, &turn, [&turned] { ++turned; });
+  Press(Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(turned, 1);
+  test::TypeText(QStringLiteral("D"));
+  Press(Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(turned, 2);
+  EXPECT_EQ(Stands(), "A Codigo");
 }
 
 TEST_F(KeyboardTest, ARefusedExitKeepsThePersonInTheGrid) {

@@ -1,9 +1,10 @@
 // A list of 50,000 rows. The limits are generous, for a busy machine; what a person feels is measured by the benchmark.
 #include <QElapsedTimer>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTest>
 
-#include "app/desktop/grid/filter_line.h"
+#include "app/desktop/grid/grid_table.h"
 #include "grid_fixture.h"
 
 namespace {
@@ -75,6 +76,21 @@ TEST_F(LargeTest, OpensScrollsSortsAndFiltersQuickly) {
                    static_cast<app::desktop::GridModel*>(View().model())->SetFilter(QStringLiteral("algodao 49999"));
                  }),
             1000);
+}
+
+TEST_F(LargeTest, IsExportedWhole) {
+  Show();
+  QTemporaryDir folder;
+  const std::string path = folder.filePath(QStringLiteral("lista.xlsx")).toStdString();
+  const auto& model = *static_cast<app::desktop::GridModel*>(View().model());
+  app::desktop::Table table;
+  EXPECT_LT(Took("table of 50,000 rows",
+                 [&] { table = TableOf(model, View(), WholeList(model, View()), QStringLiteral("Lista")); }),
+            3000);
+  ASSERT_EQ(table.rows.size(), 50000u);
+  EXPECT_EQ(std::get<std::string>(table.rows.back()[0]), "49999");
+  EXPECT_LT(Took("spreadsheet of 50,000 rows", [&] { WriteXlsx(table, path); }), 20000);
+  EXPECT_LT(Took("CSV of 50,000 rows", [&] { WriteCsv(table, path + ".csv"); }), 10000);
 }
 
 }  // namespace
