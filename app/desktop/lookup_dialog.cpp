@@ -7,7 +7,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -117,6 +116,10 @@ class LookupDialog : public QDialog {
     connect(&model_, &QAbstractItemModel::rowsInserted, this, [this] { ShowCount(); });
     line_->installEventFilter(this);
     line_->selectAll();
+    Search();
+    // What stood in the input leads nowhere, a number just given to a new order for one: all rows rather than none.
+    if (model_.rowCount() > 0 || start.isEmpty()) return;
+    line_->clear();
     Search();
   }
 
