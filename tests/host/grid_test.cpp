@@ -283,9 +283,11 @@ TEST_F(GridTest, DownGoesOnAndAppendsAfterTheLast) {
   toy.desk.GridKey(*grid, Key::kDown);
   toy.desk.GridKey(*grid, Key::kDown);
   EXPECT_EQ((*items)["Codigo"].AsText(), "C");
+  EXPECT_EQ(grid->SelectedField(), "Cor");
   toy.desk.GridKey(*grid, Key::kDown);
   EXPECT_EQ(items->State(), DatasetState::kInsert);
-  toy.desk.GridKey(*grid, Key::kDown);  // the row without colour gives itself up
+  EXPECT_EQ(grid->SelectedField(), "Codigo");  // a new row begins at its first cell that is typed
+  toy.desk.GridKey(*grid, Key::kDown);         // the row without colour gives itself up
   EXPECT_EQ(items->State(), DatasetState::kBrowse);
   EXPECT_EQ(items->RecordCount(), 3u);
   toy.desk.GridKey(*grid, Key::kUp);
