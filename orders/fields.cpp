@@ -196,7 +196,7 @@ std::vector<FieldDef> SearchFields() {
 std::vector<GridColumn> SearchColumns() {
   return {Shown("NUMERO", "Número", 8),
           Shown("MALHARIA", "Malharia", 8),
-          Shown("NOME", "Nome", 26),
+          Shown("NOME", "Nome", 24),
           Shown("CODIGO", "Material", 12),
           Shown("DESCRICAO", "Descrição", 30),
           Shown("MAQUINA", "Máquina", 8),

@@ -28,6 +28,8 @@ class ModalWindow : public QWidget {
   void Run() {
     adjustSize();
     const QRect over = parentWidget() != nullptr ? parentWidget()->window()->geometry() : QRect();
+    // Its lists want room; what it is about stands behind it.
+    if (over.isValid()) resize(size().expandedTo(over.size() * 17 / 20));
     if (over.isValid()) move(over.center() - rect().center());
     show();
     activateWindow();

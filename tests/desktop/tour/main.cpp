@@ -1,6 +1,9 @@
 // A walk through the windows that leaves a picture at each stop: `tour manual FOLDER` takes the pictures of the manual
 // while somebody types an order and writes off its rolls by keyboard alone; `tour screens FOLDER [dark]` takes one of
 // every screen. Offscreen, on a fresh demonstration mill at a set clock, so that the pictures are the same each time.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
 #include <QApplication>
 #include <QDir>
 #include <QLineEdit>
@@ -22,6 +25,8 @@
 
 namespace {
 
+constexpr unsigned kMostSeconds = 240;  // the walk is stopped when it got stuck
+
 std::string NewDemo() {
   const std::string path =
       (std::filesystem::temp_directory_path() / ("tecelagem-tour-" + std::to_string(::getpid())) / "demo.fdb").string();
@@ -41,13 +46,16 @@ int Walk(const QStringList& words) {
   }
   const std::string database = NewDemo();
   const tour::Camera camera(words.value(2));
-  app::desktop::ApplyTheme(words.value(3) == QStringLiteral("dark") ? app::desktop::Theme::kDark
-                                                                    : app::desktop::Theme::kLight);
   {
     test::DesktopMill::Options options;
     options.mill.database = database;
     test::DesktopMill mill(options);
     mill.GetMill().SetClock("2026-03-10 14:20:00");
+    // The window came with the theme of the user's settings.
+    app::desktop::ApplyTheme(words.value(3) == QStringLiteral("dark") ? app::desktop::Theme::kDark
+                                                                      : app::desktop::Theme::kLight);
+    // The display stays that of 1280 x 720 when everything on it is drawn larger.
+    mill.Window().resize(mill.Window().size() / mill.Window().devicePixelRatio());
     if (screens) {
       tour::EveryScreen(mill, camera);
     } else {
@@ -55,7 +63,8 @@ int Walk(const QStringList& words) {
     }
   }
   std::filesystem::remove_all(std::filesystem::path(database).parent_path());
-  return 0;
+  // A box that nobody expected was told there.
+  return testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed() ? 1 : 0;
 }
 
 }  // namespace
@@ -64,6 +73,7 @@ int main(int count, char** values) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(count, values);
   QApplication::setQuitOnLastWindowClosed(false);
+  ::alarm(kMostSeconds);
   app::desktop::PrepareLook();
   try {
     return Walk(QApplication::arguments());
