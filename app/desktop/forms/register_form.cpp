@@ -191,7 +191,9 @@ QWidget* ListSide(const TfmRegister& screen, QWidget* parent) {
   search->addWidget(line, 1);
   search->addWidget(Named<QLabel>(screen.LblBusca, side));
   layout->addLayout(search);
-  layout->addWidget(Named<GridPanel>(screen.GrdLista, side), 1);
+  auto* list = Named<GridPanel>(screen.GrdLista, side);
+  list->SetFilterOnRequest();
+  layout->addWidget(list, 1);
   return side;
 }
 
