@@ -16,6 +16,51 @@ constexpr double kCrossInset = 0.32;  // of its side
 constexpr double kCrossWidth = 1.3;
 constexpr double kCrossRound = 3;
 
+constexpr QStyle::State kUnderPointer = QStyle::State_MouseOver | QStyle::State_Raised;
+
+constexpr int kDark = 128;  // of a colour's lightness
+constexpr double kRounding = 2.0;
+
+// Between the ground and the text on it.
+QColor Outline(const QPalette& palette) {
+  const QColor ground = palette.color(QPalette::Window);
+  const QColor text = palette.color(QPalette::WindowText);
+  const auto mix = [](int one, int other) { return (3 * one + other) / 4; };
+  return {mix(ground.red(), text.red()), mix(ground.green(), text.green()), mix(ground.blue(), text.blue())};
+}
+
+void DrawCross(const QStyleOption& option, QPainter& painter) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QRectF ground(option.rect);
+  if ((option.state & kUnderPointer) == kUnderPointer) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(option.palette.color(QPalette::Mid));
+    painter.drawRoundedRect(ground, kCrossRound, kCrossRound);
+  }
+  const double inset = ground.width() * kCrossInset;
+  const QRectF cross = ground.adjusted(inset, inset, -inset, -inset);
+  painter.setPen(QPen(option.palette.color(QPalette::WindowText), kCrossWidth, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(cross.topLeft(), cross.bottomRight());
+  painter.drawLine(cross.topRight(), cross.bottomLeft());
+  painter.restore();
+}
+
+// Fusion draws outlines darker than the window, which a dark one swallows.
+void DrawOutline(const QStyleOption& option, QPainter& painter, bool round) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(Outline(option.palette));
+  const QRectF rect = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
+  if (round) {
+    painter.drawEllipse(rect);
+  } else {
+    painter.drawRoundedRect(rect, kRounding, kRounding);
+  }
+  painter.restore();
+}
+
 }  // namespace
 
 LookStyle::LookStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -28,24 +73,15 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
 
 void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
-  if (element != PE_IndicatorTabClose) {
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
+  if (element == PE_IndicatorTabClose) {
+    DrawCross(*option, *painter);
     return;
   }
-  painter->save();
-  painter->setRenderHint(QPainter::Antialiasing);
-  const QRectF ground(option->rect);
-  if ((option->state & (State_MouseOver | State_Raised)) == (State_MouseOver | State_Raised)) {
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(option->palette.color(QPalette::Mid));
-    painter->drawRoundedRect(ground, kCrossRound, kCrossRound);
-  }
-  const double inset = ground.width() * kCrossInset;
-  const QRectF cross = ground.adjusted(inset, inset, -inset, -inset);
-  painter->setPen(QPen(option->palette.color(QPalette::WindowText), kCrossWidth, Qt::SolidLine, Qt::RoundCap));
-  painter->drawLine(cross.topLeft(), cross.bottomRight());
-  painter->drawLine(cross.topRight(), cross.bottomLeft());
-  painter->restore();
+  QProxyStyle::drawPrimitive(element, option, painter, widget);
+  const bool round = element == PE_IndicatorRadioButton;
+  const bool outlined = round || element == PE_IndicatorCheckBox || element == PE_FrameLineEdit;
+  const bool dark = option->palette.color(QPalette::Window).lightness() < kDark;
+  if (outlined && dark && !option->state.testFlag(State_HasFocus)) DrawOutline(*option, *painter, round);
 }
 
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

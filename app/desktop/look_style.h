@@ -6,7 +6,7 @@
 namespace app::desktop {
 
 /// Texts keep some pixels away from the frames of inputs, from the lines between cells and between captions of columns;
-/// a caption stands exactly above the texts of its column.
+/// a caption stands exactly above the texts of its column. On a dark ground inputs have an outline that can be seen.
 class LookStyle : public QProxyStyle {
  public:
   LookStyle();
