@@ -13,7 +13,8 @@ User FindUser(firebird::Database& database, std::string_view code) {
 }
 
 bool IsAdministrator(firebird::Database& database, std::string_view user) {
-  constexpr std::string_view sql = "SELECT 1 FROM TEC_USUARIO WHERE CODIGO = ? AND ADMINISTRADOR = 'S' AND ATIVO <> 'N'";
+  constexpr std::string_view sql =
+      "SELECT 1 FROM TEC_USUARIO WHERE CODIGO = ? AND ADMINISTRADOR = 'S' AND ATIVO <> 'N'";
   return !database.Query(sql, {user})->IsEmpty();
 }
 

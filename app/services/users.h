@@ -19,8 +19,8 @@ User FindUser(firebird::Database& database, std::string_view code);
 /// An administrator who is active.
 bool IsAdministrator(firebird::Database& database, std::string_view user);
 
-/// True when the user is active and an administrator or was granted that operation letter on that screen class. Read from the
-/// database at each call: a right taken away counts at once.
+/// True when the user is active and an administrator or was granted that operation letter on that screen class. Read
+/// from the database at each call: a right taken away counts at once.
 bool HasRight(firebird::Database& database, std::string_view user, std::string_view screen_class,
               std::string_view operation);
 

@@ -84,7 +84,8 @@ class PickTest : public ::testing::Test {
   test::Mill mill;
   host::Screen& screen = mill.Open("TfmTiny");
   ScriptedPerson person;
-  test::RowOffer offered{"COR", {{{"COR", "000100"}, {"DESCRICAO", "Sul"}}, {{"COR", "000200"}, {"DESCRICAO", "Norte"}}}};
+  test::RowOffer offered{"COR",
+                         {{{"COR", "000100"}, {"DESCRICAO", "Sul"}}, {{"COR", "000200"}, {"DESCRICAO", "Norte"}}}};
 };
 
 TEST_F(PickTest, PicksTheRowByItsKey) {
