@@ -18,6 +18,7 @@ using host::ActResult;
 
 constexpr int kCodeLength = 15;  // up to here a text is a code, drawn as wide as it can get
 constexpr int kNumberWidth = 12;
+constexpr int kShortNumber = 7;
 constexpr int kDateWidth = 10;
 constexpr int kLeastWidth = 3;
 
@@ -249,7 +250,9 @@ void LineBinding::Fit() {
   }
   if (characters == 0) return;
   const int width = WidthOf(characters);
-  line_.setMinimumWidth(width);
+  // Where the form says so a number gives way on a small display, as far as most numbers allow.
+  const bool gives_way = line_.sizePolicy().horizontalPolicy() == QSizePolicy::Preferred;
+  line_.setMinimumWidth(gives_way ? WidthOf(std::min(characters, kShortNumber)) : width);
   line_.setMaximumWidth(width);
 }
 
