@@ -21,6 +21,8 @@ namespace {
 
 constexpr int kLongList = 20;  // rows from which a filter line helps
 constexpr int kSavePauseMs = 400;
+constexpr int kFewRows = 2;
+constexpr int kWantedRows = 4;  // that a form leaves room for
 
 }  // namespace
 
@@ -32,6 +34,8 @@ class GridPanel::Parts : public QObject {
   GridModel& Model() { return model_; }
   GridView& View() { return view_; }
   FilterLine& Filter() { return filter_; }
+  void ShowTotals();
+  int WantedHeight() const { return HeightOf(kWantedRows) + totals_.sizeHint().height(); }
   /// The grid goes now; the widgets stay, empty.
   void Release();
 
@@ -43,6 +47,7 @@ class GridPanel::Parts : public QObject {
   void MarkDirty();
   void TakeUp();
   void Shown();
+  int HeightOf(int rows) const;
   void ShowFilter();
   void FilterDone();
 
@@ -89,8 +94,7 @@ GridPanel::Parts::Parts(GridPanel& panel, Station& station, host::Grid& grid, ho
   column->addWidget(&filter_);
   column->addWidget(&view_, 1);
   column->addWidget(&totals_);
-  view_.setMinimumHeight(view_.horizontalHeader()->sizeHint().height() +
-                         4 * view_.verticalHeader()->defaultSectionSize());
+  view_.setMinimumHeight(HeightOf(1));
   dirty_.setSingleShot(true);
   dirty_.setInterval(0);
   save_.setSingleShot(true);
@@ -177,8 +181,18 @@ void GridPanel::Parts::Shown() {
   const bool filter = filter_asked_ || long_list || !filter_.Words().isEmpty();
   filter_.setVisible(filter);
   filter_.ShowCount(RowsText(model_.rowCount(), model_.AllRows()));
-  totals_.setVisible(totals_.HasTotals());
+  ShowTotals();
   if (totals_.HasTotals()) totals_.Refresh();
+}
+
+int GridPanel::Parts::HeightOf(int rows) const {
+  return view_.horizontalHeader()->sizeHint().height() + rows * view_.verticalHeader()->defaultSectionSize();
+}
+
+// Where next to nothing of the rows would be left they come first.
+void GridPanel::Parts::ShowTotals() {
+  const int needed = HeightOf(kFewRows) + view_.horizontalScrollBar()->sizeHint().height();
+  totals_.setVisible(totals_.HasTotals() && panel_.height() >= needed + totals_.sizeHint().height());
 }
 
 // --- the filter line -----------------------------------------------------------------------------------------------
@@ -344,6 +358,16 @@ void GridPanel::Bind(Station& station, host::Grid& grid, host::UserSettings& set
 
 host::Grid* GridPanel::GetGrid() const {
   return parts_ == nullptr || parts_->Model().Released() ? nullptr : &parts_->Model().GetGrid();
+}
+
+QSize GridPanel::minimumSizeHint() const {
+  const QSize least = QWidget::minimumSizeHint();
+  return parts_ == nullptr ? least : least.expandedTo({0, parts_->WantedHeight()});
+}
+
+void GridPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (parts_ != nullptr) parts_->ShowTotals();
 }
 
 void GridPanel::LetGo() {

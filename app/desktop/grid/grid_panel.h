@@ -1,6 +1,8 @@
 // A grid of a screen as people expect a list: the table itself, a filter line above it, totals under it.
 #pragma once
 
+#include <QResizeEvent>
+#include <QSize>
 #include <QString>
 #include <QWidget>
 #include <memory>
@@ -31,6 +33,7 @@ class GridPanel : public QWidget {
   void TakeFocus();
   /// The table holds the keyboard, or one of its cell editors does.
   bool HasKeyboard() const;
+  QSize minimumSizeHint() const override;
   /// The screen goes now, perhaps from within an event of this panel: from here on it touches neither grid nor dataset
   /// again. Without effect before Bind.
   void LetGo();
@@ -39,6 +42,9 @@ class GridPanel : public QWidget {
   /// The person turned to the grid with the mouse or a key; whoever binds the screen enters it on the desk. Emitted
   /// before anything else is done.
   void KeyboardWanted();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   class Parts;
