@@ -176,6 +176,21 @@ TEST_F(Keys, ThatTheScreenUsesItsOwnWayAreToldItsWay) {
       << window_->KeysHere().toStdString();
 }
 
+TEST_F(Keys, OfAListAreThoseThatArePressedThere) {
+  OpenTear([](ToyScreen& screen) { screen.hints = {{host::Key::kDelete, "Exclui o item"}}; });
+  EXPECT_TRUE(window_->KeysHere().contains("Ctrl+Del Exclui o item")) << window_->KeysHere().toStdString();
+}
+
+TEST_F(Keys, OfAButtonStandInItsTipAndAnArrowsNameToo) {
+  OpenTear();
+  EXPECT_EQ(Find<QPushButton>("BtnGravar")->toolTip(), "F2");
+  auto form = DrawForm(*screen_);
+  delete form->findChild<QWidget*>("BtnGravar");
+  (new QToolButton(form.get()))->setObjectName("BtnGravar");
+  const app::desktop::ScreenWindow again(station_, *screen_, std::move(form));
+  EXPECT_EQ(again.findChild<QToolButton*>("BtnGravar")->toolTip(), "Gravar F2");
+}
+
 TEST_F(Keys, OfButtonsThatCanBePressed) {
   OpenTear();
   EXPECT_TRUE(window_->KeysHere().contains("F2 Gravar"));

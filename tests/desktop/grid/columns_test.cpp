@@ -55,6 +55,29 @@ TEST_F(ColumnsTest, AHeaderSortsUpDownAndNotAtAll) {
   EXPECT_EQ(items_->ValueAt(1, 1).AsText(), "A");
 }
 
+TEST_F(ColumnsTest, BesideASearchOfTheScreenALongListFiltersOnlyWhenAsked) {
+  panel_->SetFilterOnRequest();
+  Many();
+  EXPECT_FALSE(FilterShown());
+  FilterBy("impar");
+  EXPECT_TRUE(FilterShown());
+  EXPECT_EQ(View().model()->rowCount(), 20);
+}
+
+TEST_F(ColumnsTest, WithoutRoomForBothTheRowsComeBeforeTheirSums) {
+  EXPECT_TRUE(Totals().isVisible());
+  panel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+  Settle();
+  const QSize usual = window_->size();
+  const int row = View().verticalHeader()->defaultSectionSize();
+  window_->resize(usual.width(), 4 * row);
+  Settle();
+  EXPECT_FALSE(Totals().isVisible());
+  window_->resize(usual);
+  Settle();
+  EXPECT_TRUE(Totals().isVisible());
+}
+
 TEST_F(ColumnsTest, InASortedListTheArrowsFollowTheList) {
   ClickHeader("Qtde");
   Press(Qt::Key_Home, Qt::ControlModifier);
