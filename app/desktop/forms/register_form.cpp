@@ -30,6 +30,7 @@ constexpr int kSpacing = 8;
 constexpr int kLineSpacing = 6;
 constexpr int kMemoLines = 3;
 constexpr std::size_t kShortText = 4;
+constexpr std::size_t kCodeText = 15;  // up to here an input is too narrow to say what it is for
 // Of the room: the list, the record.
 constexpr int kListShare = 2;
 constexpr int kRecordShare = 3;
@@ -136,7 +137,8 @@ class RecordLayout {
 
   QWidget* Line(const host::Edit& edit, const RegisterInput& input) {
     auto* line = Named<QLineEdit>(edit, parent_);
-    if (edit.Kind() == host::EditKind::kText) line->setPlaceholderText(ToQt(input.Description().help));
+    const bool wide = edit.MaxLength() == 0 || edit.MaxLength() > kCodeText;
+    if (edit.Kind() == host::EditKind::kText && wide) line->setPlaceholderText(ToQt(input.Description().help));
     return line;
   }
 

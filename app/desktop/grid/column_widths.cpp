@@ -8,6 +8,7 @@ namespace {
 
 constexpr int kLongText = 20;  // characters from which a text gains from more room
 constexpr int kWidestText = 32;
+constexpr int kShortenedText = 22;  // still tells most texts apart
 constexpr int kNumber = 11;
 constexpr int kInteger = 7;
 constexpr int kDate = 10;
@@ -39,6 +40,20 @@ bool IsLongText(const GridModel& model, int column) {
   return !model.IsNumber(column) && !model.ColumnAt(column).check_box && CharactersOf(model, column) >= kLongText;
 }
 
+// Long texts are shortened, none below `least`, when that brings every column into sight.
+void GiveWay(std::vector<int>& widths, const std::vector<std::size_t>& long_texts, int missing, int least) {
+  int can_give = 0;
+  for (const std::size_t column : long_texts) can_give += std::max(0, widths[column] - least);
+  if (can_give < missing) return;
+  for (const std::size_t column : long_texts) {
+    const int mine = std::max(0, widths[column] - least);
+    const int given = can_give == 0 ? 0 : (missing * mine + can_give - 1) / can_give;
+    widths[column] -= given;
+    missing -= given;
+    can_give -= mine;
+  }
+}
+
 }  // namespace
 
 int NaturalWidth(const GridModel& model, int column, const QFontMetrics& metrics) {
@@ -61,6 +76,7 @@ std::vector<int> NaturalWidths(const GridModel& model, const QFontMetrics& metri
     widths.push_back(NaturalWidth(model, column, metrics));
   }
   const int left = room - std::accumulate(widths.begin(), widths.end(), 0);
+  if (left < 0) GiveWay(widths, growing, -left, kShortenedText * metrics.horizontalAdvance(u'0'));
   if (left <= 0 || growing.empty()) return widths;
   const int share = left / static_cast<int>(growing.size());
   for (const std::size_t column : growing) widths[column] += share;
