@@ -64,6 +64,22 @@ TEST_F(ColumnsTest, BesideASearchOfTheScreenALongListFiltersOnlyWhenAsked) {
   EXPECT_EQ(View().model()->rowCount(), 20);
 }
 
+TEST_F(ColumnsTest, ALongTextGivesWaySoThatEveryColumnIsInSight) {
+  panel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+  Settle();
+  const auto room_for = [this](int width) {
+    window_->resize(window_->width() + width - View().viewport()->width(), window_->height());
+    Settle();
+  };
+  room_for(200);
+  const int natural = Header().length();
+  const int text = Header().sectionSize(Column("Descricao"));
+  ASSERT_GT(natural, 200);
+  room_for(natural - 10);
+  EXPECT_EQ(Header().length(), natural - 10);
+  EXPECT_EQ(Header().sectionSize(Column("Descricao")), text - 10);
+}
+
 TEST_F(ColumnsTest, WithoutRoomForBothTheRowsComeBeforeTheirSums) {
   EXPECT_TRUE(Totals().isVisible());
   panel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
