@@ -5,38 +5,43 @@
 #include <unistd.h>
 
 #include <QApplication>
-#include <QDir>
-#include <QLineEdit>
-#include <QPixmap>
+#include <QStringList>
 #include <filesystem>
 #include <iostream>
-#include <memory>
-#include <stdexcept>
 #include <string>
+#include <system_error>
 
-#include "app/desktop/sign_in_dialog.h"
-#include "app/desktop/text.h"
 #include "app/desktop/theme.h"
 #include "app/mill/mill.h"
 #include "desktop/support/desktop_mill.h"
 #include "desktop/tour/camera.h"
 #include "desktop/tour/walks.h"
-#include "support/template_database.h"
 
 namespace {
 
 constexpr unsigned kMostSeconds = 240;  // the walk is stopped when it got stuck
 
-std::string NewDemo() {
-  const std::string path =
-      (std::filesystem::temp_directory_path() / ("tecelagem-tour-" + std::to_string(::getpid())) / "demo.fdb").string();
-  std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-  test::RemoveDatabase(path);
-  app::firebird::ConnectOptions options;
-  options.database = path;
-  app::mill::CreateDemo(options, "demo");
-  return path;
-}
+/// A demonstration mill that goes with the object.
+class Demo {
+ public:
+  Demo() : folder_(std::filesystem::temp_directory_path() / ("tecelagem-tour-" + std::to_string(::getpid()))) {
+    std::filesystem::create_directories(folder_);
+    app::firebird::ConnectOptions options;
+    options.database = Path();
+    app::mill::CreateDemo(options, "demo");
+  }
+  ~Demo() {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+  }
+  Demo(const Demo&) = delete;
+  Demo& operator=(const Demo&) = delete;
+
+  std::string Path() const { return (folder_ / "demo.fdb").string(); }
+
+ private:
+  std::filesystem::path folder_;
+};
 
 int Walk(const QStringList& words) {
   const bool screens = words.value(1) == QStringLiteral("screens");
@@ -44,11 +49,11 @@ int Walk(const QStringList& words) {
     std::cerr << "usage: tour manual FOLDER | tour screens FOLDER [dark]\n";
     return 2;
   }
-  const std::string database = NewDemo();
+  const Demo demo;
   const tour::Camera camera(words.value(2));
   {
     test::DesktopMill::Options options;
-    options.mill.database = database;
+    options.mill.database = demo.Path();
     test::DesktopMill mill(options);
     mill.GetMill().SetClock("2026-03-10 14:20:00");
     // The window came with the theme of the user's settings.
@@ -62,7 +67,6 @@ int Walk(const QStringList& words) {
       tour::Manual(mill, camera);
     }
   }
-  std::filesystem::remove_all(std::filesystem::path(database).parent_path());
   // A box that nobody expected was told there.
   return testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed() ? 1 : 0;
 }
