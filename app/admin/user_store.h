@@ -17,7 +17,7 @@ namespace app::admin {
 struct Right {
   std::string screen_class;
   std::string letter;
-  auto operator<=>(const Right&) const = default;
+  auto operator<=>(const Right&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 struct UserRecord {

@@ -54,14 +54,14 @@ RegisterDetail::RegisterDetail(host::Screen& screen, const RegisterStore& store,
     : screen_(screen),
       store_(store),
       description_(description),
-      TbDetalhe(screen, "TbDetalhe", Fields(store, description)),
-      GrdDetalhe(screen, "GrdDetalhe", TbDetalhe, Columns(description)) {
-  GrdDetalhe.SetCaption(description.caption);
+      detail_(screen, "TbDetalhe", Fields(store, description)),
+      grid_(screen, "GrdDetalhe", detail_, Columns(description)) {
+  grid_.SetCaption(description.caption);
   for (std::size_t i = 0; i < description.columns.size(); ++i) {
-    TbDetalhe.FieldAt(i + 1).OnValidate = [this, i](host::Field& field) { CheckCell(field, i); };
+    detail_.FieldAt(i + 1).OnValidate = [this, i](host::Field& field) { CheckCell(field, i); };
   }
-  TbDetalhe.BeforePost = [this] { BeforePost(); };
-  TbDetalhe.BeforeDelete = [this] { BeforeDelete(); };
+  detail_.BeforePost = [this] { BeforePost(); };
+  detail_.BeforeDelete = [this] { BeforeDelete(); };
 }
 
 // --- what the grid keeps to -----------------------------------------------------------------------------------------
@@ -77,15 +77,15 @@ void RegisterDetail::CheckCell(host::Field& field, std::size_t column) const {
 
 // The lines are given: one more, begun below the last, vanishes.
 void RegisterDetail::BeforePost() {
-  if (!filling_ && TbDetalhe.State() == host::DatasetState::kInsert) TbDetalhe.Cancel();
+  if (!filling_ && detail_.State() == host::DatasetState::kInsert) detail_.Cancel();
 }
 
 // A line is never gone, only empty.
 void RegisterDetail::BeforeDelete() {
-  if (TbDetalhe.State() == host::DatasetState::kInsert) return;
-  TbDetalhe.Edit();
-  for (std::size_t i = 0; i < description_.columns.size(); ++i) TbDetalhe.FieldAt(i + 1).Set("");
-  TbDetalhe.Post();
+  if (detail_.State() == host::DatasetState::kInsert) return;
+  detail_.Edit();
+  for (std::size_t i = 0; i < description_.columns.size(); ++i) detail_.FieldAt(i + 1).Set("");
+  detail_.Post();
   throw host::Abort();
 }
 
@@ -93,22 +93,22 @@ void RegisterDetail::BeforeDelete() {
 
 void RegisterDetail::Fill(const Rows& rows) {
   const host::Restored<bool> filling(filling_, true);
-  TbDetalhe.Cancel();
-  TbDetalhe.Empty();
+  detail_.Cancel();
+  detail_.Empty();
   for (std::size_t row = 0; row < rows.size(); ++row) {
-    TbDetalhe.Append();
-    TbDetalhe.FieldAt(0).Set(description_.key_texts[row]);
-    for (std::size_t i = 0; i < rows[row].size(); ++i) TbDetalhe.FieldAt(i + 1).Set(rows[row][i]);
-    TbDetalhe.Post();
+    detail_.Append();
+    detail_.FieldAt(0).Set(description_.key_texts[row]);
+    for (std::size_t i = 0; i < rows[row].size(); ++i) detail_.FieldAt(i + 1).Set(rows[row][i]);
+    detail_.Post();
   }
-  TbDetalhe.First();
+  detail_.First();
 }
 
 RegisterDetail::Rows RegisterDetail::Texts() const {
   Rows rows(description_.key_texts.size());
   for (std::size_t row = 0; row < rows.size(); ++row) {
     for (std::size_t i = 0; i < description_.columns.size(); ++i) {
-      rows[row].push_back(host::Trim(TbDetalhe.ValueAt(row + 1, i + 1).AsText()));
+      rows[row].push_back(host::Trim(detail_.ValueAt(row + 1, i + 1).AsText()));
     }
   }
   return rows;
@@ -131,7 +131,7 @@ void RegisterDetail::Show(const std::vector<std::vector<host::Value>>& rows) {
 bool RegisterDetail::Changed() const { return Texts() != shown_; }
 
 std::vector<std::vector<host::Value>> RegisterDetail::Read() {
-  if (TbDetalhe.InEdit()) TbDetalhe.Post();
+  if (detail_.InEdit()) detail_.Post();
   const Rows lines = Texts();
   std::vector<std::vector<host::Value>> rows(lines.size());
   for (std::size_t row = 0; row < lines.size(); ++row) {
@@ -143,10 +143,10 @@ std::vector<std::vector<host::Value>> RegisterDetail::Read() {
     for (std::size_t i = 0; i < lines[row].size(); ++i) {
       const ColumnDescription& column = description_.columns[i];
       if (lines[row][i].empty()) {
-        TbDetalhe.GoTo(row + 1);
+        detail_.GoTo(row + 1);
         screen_.Refuse(
             std::string(description_.key_texts[row]) + ": falta o campo \"" + std::string(column.caption) + "\".",
-            GrdDetalhe);
+            grid_);
       }
       rows[row].push_back(lines[row][i]);
     }

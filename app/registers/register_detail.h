@@ -15,7 +15,7 @@ class RegisterDetail {
   /// All outlive the object; the store's description has a detail.
   RegisterDetail(host::Screen& screen, const RegisterStore& store, const DetailDescription& description);
 
-  host::Grid& Grid() { return GrdDetalhe; }
+  host::Grid& Grid() { return grid_; }
   /// Shows the rows of Record::detail; none at all for a new record.
   void Show(const std::vector<std::vector<host::Value>>& rows);
   bool Changed() const;
@@ -37,8 +37,8 @@ class RegisterDetail {
   Rows shown_;
   bool filling_ = false;
 
-  host::Dataset TbDetalhe;
-  host::Grid GrdDetalhe;
+  host::Dataset detail_;
+  host::Grid grid_;
 };
 
 }  // namespace app::registers

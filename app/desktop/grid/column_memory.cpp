@@ -30,7 +30,8 @@ QJsonObject ToJson(const ColumnLayout& layout) {
 
 ColumnLayout FromJson(const QJsonObject& object) {
   ColumnLayout layout;
-  for (const QJsonValue& column : object[QStringLiteral("columns")].toArray()) {
+  const QJsonArray columns = object[QStringLiteral("columns")].toArray();
+  for (const auto& column : columns) {
     const int width = std::clamp(column.toArray().at(1).toInt(), 0, kWidest);
     layout.columns.push_back({column.toArray().at(0).toString(), width});
   }

@@ -99,7 +99,7 @@ host::ActResult GridOutput::PasteRows(const std::string& text) {
 
 QString GridOutput::Folder() const {
   const auto kept = settings_.Read(kKey, kSection, kName);
-  const QString last = QString::fromStdString(kept.value_or(""));
+  QString last = QString::fromStdString(kept.value_or(""));
   if (!last.isEmpty() && QDir(last).exists()) return last;
   return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
 }

@@ -131,6 +131,7 @@ void GridView::focusInEvent(QFocusEvent* event) {
 
 std::vector<int> GridView::ShownColumns() const {
   std::vector<int> columns;
+  columns.reserve(static_cast<std::size_t>(header_->count()));
   for (int place = 0; place < header_->count(); ++place) columns.push_back(header_->logicalIndex(place));
   return columns;
 }
