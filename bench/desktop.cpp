@@ -101,6 +101,12 @@ void MeasureScreens(test::DesktopMill& mill) {
   }
 }
 
+/// What a click on an input leaves to do: its text is marked, to be typed over.
+void Stand(test::DesktopMill& mill, const host::Screen& screen, const char* input) {
+  mill.ClickOn(screen, input);
+  test::Press(Qt::Key_A, Qt::ControlModifier);
+}
+
 /// A text typed into an input and left by Enter, until all of it is drawn.
 double TypeAndEnter(test::DesktopMill& mill, const QString& text) {
   return bench::Milliseconds([&] {
@@ -118,12 +124,13 @@ void MeasureOrder(test::DesktopMill& mill) {
     const char* what;
   };
   for (const Step& step : {Step{"EdtNumero", "", "ordem: número novo"}, Step{"EdtMalharia", "00101", "ordem: malharia"},
-                           Step{"EdtMaquina", "M01", "ordem: máquina"}, Step{"EdtDeposito", "02", "ordem: depósito"}}) {
+                           Step{"EdtMaquina", "T02", "ordem: máquina"}, Step{"EdtDeposito", "02", "ordem: depósito"}}) {
     Report(step.what, Repeated(kRuns, [&] {
-             mill.ClickOn(screen, step.input);
+             Stand(mill, screen, step.input);
              return TypeAndEnter(mill, QString::fromUtf8(step.text));
            }));
   }
+  mill.ExpectBox(QStringLiteral("Deseja fechar mesmo assim"), test::Reply::kYes);
   mill.GetStation().Do([&] { return mill.Desk().CloseScreen(screen); });
 }
 
@@ -134,7 +141,7 @@ void MeasureLargeOrder() {
     test::DesktopMill mill(options);
     host::Screen& screen = mill.Open("TfmCadLoteTec");
     Report("carregar ordem de 200 itens, " + std::to_string(yarns) + " fios", Repeated(5, [&] {
-             mill.ClickOn(screen, "EdtNumero");
+             Stand(mill, screen, "EdtNumero");
              return TypeAndEnter(mill, QString::fromUtf8(bench::kLargeOrder));
            }));
   }
@@ -146,13 +153,13 @@ void MeasureRolls() {
   test::DesktopMill mill(options);
   const std::string order = test::SaveOrder(mill.GetMill(), test::SmallMillOrder(200));
   host::Screen& screen = mill.Open("TfmMovBaiTec");
-  mill.ClickOn(screen, "EdtLote");
+  Stand(mill, screen, "EdtLote");
   Report("baixa: carregar a ordem", {TypeAndEnter(mill, QString::fromStdString(order))});
-  mill.ClickOn(screen, "EdtDeposito");
+  Stand(mill, screen, "EdtDeposito");
   TypeAndEnter(mill, QStringLiteral("DF"));
   int roll = 0;
   Report("baixa: confirmar uma peça", Repeated(9, [&] {
-           mill.ClickOn(screen, "EdtQtde");
+           Stand(mill, screen, "EdtQtde");
            test::TypeText(QStringLiteral("20,%1").arg(++roll));
            return bench::Milliseconds([&] {
              test::Press(Qt::Key_F8);
