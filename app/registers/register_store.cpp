@@ -22,6 +22,7 @@ std::string Marks(std::size_t count) {
 
 std::vector<host::Value> RowValues(const host::TTIQuery& row, const std::vector<ColumnDescription>& columns) {
   std::vector<host::Value> values;
+  values.reserve(columns.size());
   for (const ColumnDescription& column : columns) values.push_back(row.FieldByName(column.name));
   return values;
 }

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kPatience = 5;  // wrong tries
 constexpr std::int64_t kFirstWait = 30;
-constexpr std::int64_t kLongestWait = 15 * 60;
+constexpr std::int64_t kLongestWait = std::int64_t{15} * 60;
 constexpr std::size_t kNameWidth = 50;
 
 struct Account {
