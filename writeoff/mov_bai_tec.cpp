@@ -5,6 +5,7 @@
 
 #include "host/decimal.h"
 #include "host/errors.h"
+#include "host/kit/columns.h"
 #include "host/restored.h"
 #include "host/text.h"
 #include "writeoff/order_queries.h"
@@ -65,56 +66,40 @@ std::vector<FieldDef> RememberedFields() {
           {"Deposito", FieldType::kText, 6}};
 }
 
-host::GridColumn Shown(std::string field, std::string caption, int width) {
-  return {.field = std::move(field), .caption = std::move(caption), .width = width, .read_only = true};
-}
-
-host::GridColumn Number(std::string field, std::string caption, int width) {
-  host::GridColumn column = Shown(std::move(field), std::move(caption), width);
-  column.align = host::Align::kRight;
-  return column;
-}
-
-host::GridColumn Quantity(std::string field, std::string caption, int width) {
-  host::GridColumn column = Number(std::move(field), std::move(caption), width);
-  column.total = true;
-  return column;
-}
-
 std::vector<host::GridColumn> ItemColumns() {
-  return {Shown("Codigo", "Código", 15),
-          Shown("Descricao", "Descrição", 32),
-          Shown("Cor", "Cor", 6),
-          Shown("Desc_Cor", "Desc. Cor", 18),
-          Shown("Unidade", "Un.", 4),
-          Quantity("Qtde", "Qtde", 11),
-          Quantity("Qtde_B", "Qtde Baixada", 13),
+  return {host::ShownColumn("Codigo", "Código", 15),
+          host::ShownColumn("Descricao", "Descrição", 32),
+          host::ShownColumn("Cor", "Cor", 6),
+          host::ShownColumn("Desc_Cor", "Desc. Cor", 18),
+          host::ShownColumn("Unidade", "Un.", 4),
+          host::QuantityColumn("Qtde", "Qtde", 11),
+          host::QuantityColumn("Qtde_B", "Qtde Baixada", 13),
           {.field = "Baixada", .caption = "Encerrado", .width = 10, .check_box = true, .align = host::Align::kCenter},
-          Quantity("Qtde_Rolo", "Rolos", 7),
-          Quantity("Qtde_Rolo_B", "Rolos Baixados", 14),
-          Number("KgRolo", "Kg Rolo", 9),
-          Number("Tara", "Tara", 7),
-          Shown("Pedido", "Pedido", 12)};
+          host::QuantityColumn("Qtde_Rolo", "Rolos", 7),
+          host::QuantityColumn("Qtde_Rolo_B", "Rolos Baixados", 14),
+          host::NumberColumn("KgRolo", "Kg Rolo", 9),
+          host::NumberColumn("Tara", "Tara", 7),
+          host::ShownColumn("Pedido", "Pedido", 12)};
 }
 
 std::vector<host::GridColumn> RollColumns() {
-  return {Number("Ordem", "Ord.", 5),
-          Shown("Dt_Lan", "Data", 11),
-          Shown("Codigo", "Codigo", 15),
-          Shown("Descricao", "Descrição do Material", 32),
-          Shown("Cor", "Cor", 6),
-          Quantity("Qtde", "Qtde", 11),
-          Quantity("Qtde_R", "Qtde_Rolo", 10),
-          Shown("NF_Ret", "Nota Retorno", 13),
-          Shown("NF_Cob", "Nota Cobrança", 14),
-          Shown("Deposito", "Deposito", 9),
-          Shown("Turno", "Turno", 6),
-          Shown("Lote", "Lote", 15),
-          Shown("Local", "Local", 16),
-          Shown("Nome", "Responsável", 22),
-          Shown("Pedido", "Pedido", 12),
-          Shown("Maquina", "Máquina", 8),
-          Shown("Desc_Maquina", "Desc. Máquina", 22)};
+  return {host::NumberColumn("Ordem", "Ord.", 5),
+          host::ShownColumn("Dt_Lan", "Data", 11),
+          host::ShownColumn("Codigo", "Codigo", 15),
+          host::ShownColumn("Descricao", "Descrição do Material", 32),
+          host::ShownColumn("Cor", "Cor", 6),
+          host::QuantityColumn("Qtde", "Qtde", 11),
+          host::QuantityColumn("Qtde_R", "Qtde_Rolo", 10),
+          host::ShownColumn("NF_Ret", "Nota Retorno", 13),
+          host::ShownColumn("NF_Cob", "Nota Cobrança", 14),
+          host::ShownColumn("Deposito", "Deposito", 9),
+          host::ShownColumn("Turno", "Turno", 6),
+          host::ShownColumn("Lote", "Lote", 15),
+          host::ShownColumn("Local", "Local", 16),
+          host::ShownColumn("Nome", "Responsável", 22),
+          host::ShownColumn("Pedido", "Pedido", 12),
+          host::ShownColumn("Maquina", "Máquina", 8),
+          host::ShownColumn("Desc_Maquina", "Desc. Máquina", 22)};
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "host/decimal.h"
 #include "host/errors.h"
+#include "host/kit/columns.h"
 #include "host/text.h"
 
 namespace yarn {
@@ -45,26 +46,11 @@ std::vector<FieldDef> StockFields() {
           {"Custo_Imp", FieldType::kFloat, 0, "0.0000"}};
 }
 
-host::GridColumn Shown(std::string field, std::string caption, int width) {
-  return {.field = std::move(field), .caption = std::move(caption), .width = width, .read_only = true};
-}
-
-host::GridColumn Number(std::string field, std::string caption, int width) {
-  host::GridColumn column = Shown(std::move(field), std::move(caption), width);
-  column.align = host::Align::kRight;
-  return column;
-}
-
-host::GridColumn Quantity(std::string field, std::string caption, int width) {
-  host::GridColumn column = Number(std::move(field), std::move(caption), width);
-  column.total = true;
-  return column;
-}
-
 std::vector<host::GridColumn> ConsumptionColumns() {
-  host::GridColumn wanted = Quantity("Qtde", "Qtde.", 12);
+  host::GridColumn wanted = host::QuantityColumn("Qtde", "Qtde.", 12);
   wanted.read_only = false;
-  return {Shown("Codigo", "Código", 15), Shown("Descricao", "Descrição", 40), Shown("Cor", "Cor", 6), wanted};
+  return {host::ShownColumn("Codigo", "Código", 15), host::ShownColumn("Descricao", "Descrição", 40),
+          host::ShownColumn("Cor", "Cor", 6), wanted};
 }
 
 double Rounded(const host::Dataset& rows, std::string_view field) { return host::RoundTo(rows[field].AsFloat(), 3); }
@@ -146,18 +132,18 @@ void TFmMovBaiFio::FormCreate() {
 }
 
 void TFmMovBaiFio::ColunasDoEstoque() {
-  std::vector<host::GridColumn> columns = {Shown("Codigo", "Código", 12),
-                                           Shown("Descricao", "Descrição", 22),
-                                           Shown("Cor", "Cor", 6),
-                                           Shown("Deposito", "Depósito", 9),
-                                           Shown("Lote", "Lote", 13),
-                                           Quantity("Qtde", "Qtde", 11),
-                                           Quantity("Qtde_B", "Qtde. B", 11),
-                                           Quantity("Reservadas", "Reservadas", 11),
-                                           Number("Preco", "Preço", 10),
-                                           Shown("DescDep", "Desc. Depósito", 24),
-                                           Shown("Local", "Local", 10)};
-  if (UsaFornecedorLote) columns.push_back(Shown("Fornecedor", "Fornecedor", 32));
+  std::vector<host::GridColumn> columns = {host::ShownColumn("Codigo", "Código", 12),
+                                           host::ShownColumn("Descricao", "Descrição", 22),
+                                           host::ShownColumn("Cor", "Cor", 6),
+                                           host::ShownColumn("Deposito", "Depósito", 9),
+                                           host::ShownColumn("Lote", "Lote", 13),
+                                           host::QuantityColumn("Qtde", "Qtde", 11),
+                                           host::QuantityColumn("Qtde_B", "Qtde. B", 11),
+                                           host::QuantityColumn("Reservadas", "Reservadas", 11),
+                                           host::NumberColumn("Preco", "Preço", 10),
+                                           host::ShownColumn("DescDep", "Desc. Depósito", 24),
+                                           host::ShownColumn("Local", "Local", 10)};
+  if (UsaFornecedorLote) columns.push_back(host::ShownColumn("Fornecedor", "Fornecedor", 32));
   GrdEstoque.SetColumns(columns);
 }
 
