@@ -1,8 +1,11 @@
 #include "app/application.h"
 
+#include <filesystem>
+#include <utility>
 #include <vector>
 
 #include "app/embedded.h"
+#include "app/firebird/attachment.h"
 #include "app/firebird/migrations.h"
 #include "app/own_screens.h"
 #include "app/services/database_offer.h"
@@ -53,6 +56,29 @@ class WaitingDialogs : public host::Dialogs {
   Person& person_;
 };
 
+// A station that nobody told of any device.
+class NoEquipment : public Equipment {
+ public:
+  std::unique_ptr<host::SerialPort> NewSerialPort(PortUse /*use*/) override {
+    throw host::InputError("Esta estação não tem balança.");
+  }
+  std::optional<PrintJob> Print(const PrintRequest& request) override {
+    throw host::InputError("O relatório \"" + request.report + "\" não pode ser impresso: esta estação não imprime.");
+  }
+};
+
+std::string LayoutsFolder(const ApplicationOptions& options, const std::string& settings_file) {
+  if (!options.layouts_folder.empty()) return options.layouts_folder;
+  const std::string& beside = firebird::IsServerPath(options.connect.database) || options.connect.database.empty()
+                                  ? settings_file
+                                  : options.connect.database;
+  return (std::filesystem::path(beside).parent_path() / "layouts").string();
+}
+
+std::string SettingsFile(const ApplicationOptions& options) {
+  return options.settings_file.empty() ? services::FileUserSettings::DefaultPath() : options.settings_file;
+}
+
 class ReferenceApplication : public Application, public host::DeskEnvironment, private services::Windows {
  public:
   ReferenceApplication(std::unique_ptr<firebird::Database> database, const ApplicationOptions& options,
@@ -63,7 +89,10 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
         parameters_(*database_),
         tables_(*database_),
         periods_(*database_),
-        settings_(options.settings_file.empty() ? services::FileUserSettings::DefaultPath() : options.settings_file),
+        settings_(SettingsFile(options)),
+        company_(options.connect.company),
+        layouts_folder_(LayoutsFolder(options, SettingsFile(options))),
+        equipment_(options.equipment != nullptr ? *options.equipment : no_equipment_),
         dialogs_(*database_, person),
         general_({*database_, parameters_, clock_, *this}, services::FindUser(*database_, options.user)),
         desk_(*this) {
@@ -82,6 +111,8 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
     database_->CommitRetaining();
   }
 
+  std::vector<PrintJob> TakeJobs() override { return std::exchange(jobs_, {}); }
+
   std::optional<std::string> AskFile(const FileQuestion& question) override {
     database_->MakeDurable();
     return person_.AskFile(question);
@@ -97,6 +128,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   std::unique_ptr<host::TEstoque> NewEstoque() override {
     return std::make_unique<services::StockMovement>(*database_);
   }
+  std::unique_ptr<host::SerialPort> NewSerialPort(host::Screen& owner) override;
   void ShowModal(host::Screen& screen) override { desk_.ShowModal(screen); }
   void Free(host::Screen& screen) override { desk_.Free(screen); }
 
@@ -120,6 +152,8 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   void MoveFocus(host::Screen& screen, bool back) override { desk_.MoveFocus(screen, back); }
   std::string AskDate(std::string_view caption, std::string_view prompt) override;
   void ShowBusy(bool on, std::string_view text) override { person_.ShowBusy(on, text); }
+  void Print(std::string_view report, char kind, host::Report* unknown_functions, host::Screen& owner,
+             const host::ReportFlags& flags) override;
 
   void CloseScreens() noexcept;
 
@@ -131,6 +165,11 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   services::Tables tables_;
   services::Periods periods_;
   services::FileUserSettings settings_;
+  std::string company_;
+  std::string layouts_folder_;
+  NoEquipment no_equipment_;
+  Equipment& equipment_;
+  std::vector<PrintJob> jobs_;
   WaitingDialogs dialogs_;
   services::GeneralServices general_;
   host::Desk desk_;
@@ -212,6 +251,28 @@ host::Screen& ReferenceApplication::LoadScreen(std::string_view screen_class) {
 std::string ReferenceApplication::AskDate(std::string_view caption, std::string_view prompt) {
   database_->MakeDurable();
   return person_.AskDate(caption, prompt);
+}
+
+std::unique_ptr<host::SerialPort> ReferenceApplication::NewSerialPort(host::Screen& owner) {
+  PortUse use{settings_, {}, {}};
+  use.set_up = [this](scale::ScaleSettings& settings) {
+    database_->MakeDurable();
+    return person_.SetUpScale(settings);
+  };
+  use.run = [this, &owner](const std::function<void()>& act) {
+    if (desk_.InAction()) return false;
+    person_.ActForDevice([this, &owner, &act] { desk_.Run(owner.Caption(), act); });
+    return true;
+  };
+  return equipment_.NewSerialPort(std::move(use));
+}
+
+void ReferenceApplication::Print(std::string_view report, char kind, host::Report* unknown_functions,
+                                 host::Screen& owner, const host::ReportFlags& flags) {
+  database_->MakeDurable();  // paper cannot be taken back
+  const PrintRequest request{std::string(report), kind,     unknown_functions, owner,           flags,
+                             general_.vUsuario(), company_, clock_.Now(),      layouts_folder_, settings_};
+  if (auto job = equipment_.Print(request)) jobs_.push_back(std::move(*job));
 }
 
 void ReferenceApplication::CloseScreens() noexcept {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/equipment.h"
 #include "app/firebird/database.h"
 #include "app/person.h"
 #include "host/host.h"
@@ -30,6 +31,10 @@ struct ApplicationOptions {
   firebird::ConnectOptions connect;
   std::string user = "ADMIN";      // who works; must exist in the database
   std::string settings_file = {};  // of the user's settings; empty for the place that the operating system keeps
+  // Of the installation's own report layouts; empty for "layouts" beside the database file, or beside the settings file
+  // when the database is a server's.
+  std::string layouts_folder = {};
+  Equipment* equipment = nullptr;  // outlives the application; without one nothing is printed and weighed
 };
 
 /// A screen of the program's menu.
@@ -57,6 +62,8 @@ class Application : public host::Host {
   virtual std::vector<MenuScreen> MenuScreens() = 0;
   /// Sets an installation parameter; seen by the screens at once. Throws host::DatabaseError, nothing is changed then.
   virtual void WriteParameter(std::string_view group, int number, std::string_view value) = 0;
+  /// What was printed since the last call.
+  virtual std::vector<PrintJob> TakeJobs() = 0;
   /// Person::AskFile, for the host's own screens: whatever is pending is made durable first.
   virtual std::optional<std::string> AskFile(const FileQuestion& question) = 0;
 };

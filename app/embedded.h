@@ -1,4 +1,4 @@
-// Files that travel inside the program: migrations, demonstration data, scripts.
+// Files that travel inside the program: migrations, demonstration data, scripts, report layouts.
 #pragma once
 
 #include <span>
@@ -15,5 +15,7 @@ struct EmbeddedFile {
 std::span<const EmbeddedFile> SchemaFiles();
 /// Files of demo/*.csv and demo/*.js, ordered by name.
 std::span<const EmbeddedFile> DemoFiles();
+/// Files of layouts/*.js, ordered by name.
+std::span<const EmbeddedFile> LayoutFiles();
 
 }  // namespace app

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <exception>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "app/lookup_offer.h"
+#include "app/scale/scale_settings.h"
 #include "host/dialogs.h"
 #include "host/kit/lookup.h"
 
@@ -37,6 +39,11 @@ class Person : public host::Dialogs {
   virtual std::string AskDate(std::string_view caption, std::string_view prompt) = 0;
   /// The path chosen (one that exists is to be replaced: the person was asked); nothing when given up.
   virtual std::optional<std::string> AskFile(const FileQuestion& /*question*/) { return std::nullopt; }
+
+  /// Changes how the scale is connected; false when given up, the settings are unchanged then.
+  virtual bool SetUpScale(scale::ScaleSettings& /*settings*/) { return false; }
+  /// Runs an act that the person did not begin herself: the scale sent something. Not called in the middle of an act.
+  virtual void ActForDevice(const std::function<void()>& act) { act(); }
 
   // --- what the program does in sight of the person; see host::DeskEnvironment and host::Funcoes::Ocupado -------
   virtual void ScreenShown(host::Screen& /*screen*/) {}

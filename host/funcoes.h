@@ -12,14 +12,15 @@
 namespace host {
 
 class Component;
+class Report;
 class Screen;
 
 enum class LogOperation { kInclusion = 0, kAlteration = 1, kDeletion = 2, kOther = 3 };
 
 /// How a report is asked for; see Funcoes::Chama_Relatorio.
 struct ReportFlags {
-  bool preview = true;       // show before printing
-  bool show_dialog = false;  // ask for printer and copies
+  bool preview = true;       // show before printing; a report of print type "T" goes to its printer at once
+  bool show_dialog = false;  // ask for printer and copies even when this station has a printer for the report
 };
 
 /// Who did something last, and when.
@@ -84,12 +85,14 @@ class Funcoes {
   /// class that the module does not have.
   virtual Screen& Carrega_Form(std::string_view screen_class) = 0;
 
-  /// Runs the report layout of that name over the datasets of `owner`: print type "W" graphic, "T" text. Throws
-  /// InputError when the installation cannot print it.
-  virtual void Chama_Relatorio(Component* graphic, Component* text, std::string_view report, Screen& owner,
+  /// Runs the report layout of that name over the datasets of `owner`: print type "W" graphic, "T" text. Functions
+  /// that the engine does not know are asked of `graphic` or `text` (either may be null: then of nobody). What is
+  /// pending is made durable before paper moves. A person who turns the printer's choice down has not printed, which is
+  /// no error. Throws InputError in one sentence: no such layout, a mistake in it (with file and line), no printer.
+  virtual void Chama_Relatorio(Report* graphic, Report* text, std::string_view report, Screen& owner,
                                std::string_view print_type, const ReportFlags& flags) = 0;
-  /// The weight that a frame received from the scale states, in kilograms, up to `terminator`. Throws InputError when
-  /// the frame states none.
+  /// The weight that a frame received from the scale states, in kilograms, up to `terminator`. Throws InputError with
+  /// the reason when it states none: empty, cut off, unstable, negative, overload.
   virtual double PegaPesoBalanca(std::string_view received, char terminator) = 0;
 };
 

@@ -11,6 +11,7 @@
 #include "host/dialogs.h"
 #include "host/estoque.h"
 #include "host/funcoes.h"
+#include "host/serial_port.h"
 #include "host/tabela.h"
 
 namespace host {
@@ -54,6 +55,8 @@ class Host {
   virtual Clock& GetClock() = 0;
   virtual UserSettings& GetUserSettings() = 0;
   virtual std::unique_ptr<TEstoque> NewEstoque() = 0;
+  /// A serial port for this screen, closed at first. It must not outlive the screen.
+  virtual std::unique_ptr<SerialPort> NewSerialPort(Screen& owner) = 0;
 
   /// Shows a screen and returns when it asked to be closed. The screen lives on; Free ends it.
   virtual void ShowModal(Screen& screen) = 0;

@@ -1,5 +1,6 @@
 #include "app/services/general_services.h"
 
+#include "app/scale/frame.h"
 #include "app/services/audit_log.h"
 #include "app/services/key_condition.h"
 #include "app/services/percentage_rules.h"
@@ -85,15 +86,19 @@ host::Screen& GeneralServices::Carrega_Form(std::string_view screen_class) {
   return parts_.windows.LoadScreen(screen_class);
 }
 
-void GeneralServices::Chama_Relatorio(host::Component* /*graphic*/, host::Component* /*text*/, std::string_view report,
-                                      host::Screen& /*owner*/, std::string_view /*print_type*/,
-                                      const host::ReportFlags& /*flags*/) {
-  throw host::InputError("O relatório \"" + std::string(report) +
-                         "\" não pode ser impresso: a impressão não está disponível nesta versão.");
+void GeneralServices::Chama_Relatorio(host::Report* graphic, host::Report* text, std::string_view report,
+                                      host::Screen& owner, std::string_view print_type,
+                                      const host::ReportFlags& flags) {
+  const bool as_text = print_type == "T";
+  if (!as_text && print_type != "W") {
+    throw host::InputError("O relatório \"" + std::string(report) + "\" foi pedido com o tipo de impressão \"" +
+                           std::string(print_type) + "\", que não existe.");
+  }
+  parts_.windows.Print(report, as_text ? 'T' : 'W', as_text ? text : graphic, owner, flags);
 }
 
-double GeneralServices::PegaPesoBalanca(std::string_view /*received*/, char /*terminator*/) {
-  throw host::InputError("A leitura da balança não está disponível nesta versão.");
+double GeneralServices::PegaPesoBalanca(std::string_view received, char terminator) {
+  return scale::WeightOfFrame(received, terminator);
 }
 
 }  // namespace app::services

@@ -22,6 +22,9 @@ class Windows {
   virtual void MoveFocus(host::Screen& screen, bool back) = 0;
   virtual std::string AskDate(std::string_view caption, std::string_view prompt) = 0;
   virtual void ShowBusy(bool on, std::string_view text) = 0;
+  /// See Chama_Relatorio; `kind` is 'W' or 'T'.
+  virtual void Print(std::string_view report, char kind, host::Report* unknown_functions, host::Screen& owner,
+                     const host::ReportFlags& flags) = 0;
 };
 
 class GeneralServices : public host::Funcoes {
@@ -62,7 +65,7 @@ class GeneralServices : public host::Funcoes {
   void pSetFocus(host::Screen& screen, bool back) override;
   host::Screen& Carrega_Form(std::string_view screen_class) override;
 
-  void Chama_Relatorio(host::Component* graphic, host::Component* text, std::string_view report, host::Screen& owner,
+  void Chama_Relatorio(host::Report* graphic, host::Report* text, std::string_view report, host::Screen& owner,
                        std::string_view print_type, const host::ReportFlags& flags) override;
   double PegaPesoBalanca(std::string_view received, char terminator) override;
 

@@ -12,11 +12,6 @@ Screen::Screen(Host& host, std::string class_name, std::string name, std::string
 
 bool Screen::FormKeyDown(Key /*key*/) { return false; }
 
-std::optional<std::string> Screen::UnknownFunction(std::string_view /*name*/,
-                                                   const std::vector<std::string>& /*arguments*/) {
-  return std::nullopt;
-}
-
 Component* Screen::FindComponent(std::string_view name) const {
   for (Component* component : components_) {
     if (SameName(component->Name(), name)) return component;

@@ -61,9 +61,6 @@ class Screen {
   virtual std::vector<KeyHint> KeyHints() const { return {}; }
   /// Opens maximised.
   virtual bool Maximised() const { return false; }
-  /// A function that a report layout calls and its engine does not know; nothing when the screen does not know it
-  /// either.
-  virtual std::optional<std::string> UnknownFunction(std::string_view name, const std::vector<std::string>& arguments);
 
   /// Asks to be closed; a modal screen then gives control back to its opener.
   void Close() { close_requested_ = true; }

@@ -32,6 +32,7 @@ class ToyHost : public host::Host, public host::Dialogs {
   host::Clock& GetClock() override { throw std::logic_error("not in the toy"); }
   host::UserSettings& GetUserSettings() override { throw std::logic_error("not in the toy"); }
   std::unique_ptr<host::TEstoque> NewEstoque() override { return nullptr; }
+  std::unique_ptr<host::SerialPort> NewSerialPort(host::Screen&) override { return nullptr; }
   void ShowModal(host::Screen& screen) override { desk->ShowModal(screen); }
   void Free(host::Screen& screen) override { desk->Free(screen); }
 

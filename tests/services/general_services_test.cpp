@@ -197,15 +197,30 @@ TEST_F(GeneralServices, LoadsAScreenOnceAndRefusesUnknownOnes) {
   EXPECT_THROW(Services().Carrega_Form("TfmNada"), host::InputError);
 }
 
-TEST_F(GeneralServices, WhatIsNotInThisVersionSaysSo) {
+TEST_F(GeneralServices, AReportGoesToThePrintersOfTheStation) {
   host::Screen& screen = mill_.Open("TfmTiny");
-  try {
-    Services().Chama_Relatorio(nullptr, nullptr, "WEtqTecRolo", screen, "W", {});
-    FAIL() << "printed";
-  } catch (const host::InputError& error) {
-    EXPECT_NE(std::string(error.what()).find("não está disponível nesta versão"), std::string::npos);
-  }
-  EXPECT_THROW(Services().PegaPesoBalanca("012345\r", '\r'), host::InputError);
+  host::ReportFlags flags;
+  flags.preview = false;
+  Services().Chama_Relatorio(nullptr, nullptr, "WEtqTecRolo", screen, "T", flags);
+  const auto printed = mill_.Equipment().TakePrints();
+  ASSERT_EQ(printed.size(), 1u);
+  EXPECT_EQ(printed[0].report, "WEtqTecRolo");
+  EXPECT_EQ(printed[0].kind, 'T');
+  EXPECT_FALSE(printed[0].flags.preview);
+  const auto jobs = mill_.App().TakeJobs();
+  ASSERT_EQ(jobs.size(), 1u);
+  EXPECT_EQ(jobs[0].report, "WEtqTecRolo");
+  EXPECT_TRUE(mill_.App().TakeJobs().empty());
+}
+
+TEST_F(GeneralServices, AnUnknownPrintTypeIsRefused) {
+  host::Screen& screen = mill_.Open("TfmTiny");
+  EXPECT_THROW(Services().Chama_Relatorio(nullptr, nullptr, "WEtqTecRolo", screen, "X", {}), host::InputError);
+  EXPECT_TRUE(mill_.Equipment().TakePrints().empty());
+}
+
+TEST_F(GeneralServices, NothingReceivedIsNoWeight) {
+  EXPECT_THROW(Services().PegaPesoBalanca("", '\r'), host::InputError);
 }
 
 }  // namespace

@@ -51,6 +51,7 @@ Mill::Mill(const Options& options)
   start.connect.statement_cache = options.statement_cache && CacheWanted();
   start.user = options.user;
   start.settings_file = options.settings_file.empty() ? path_ + ".settings" : options.settings_file;
+  start.equipment = options.equipment != nullptr ? options.equipment : &equipment_;
   app_ = app::Application::Start(start, ModuleUnderTest(), options.person != nullptr ? *options.person : person_);
   Db().BeforeStatement = [this](std::string_view sql) {
     if (!listening_) return;

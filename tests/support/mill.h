@@ -12,6 +12,7 @@
 #include "app/application.h"
 #include "app/operator/scripted_person.h"
 #include "host/kit/desk.h"
+#include "support/fake_equipment.h"
 
 namespace test {
 
@@ -26,9 +27,10 @@ class Mill {
     bool statement_cache = true;
     std::string database;  // an existing one to open instead of a fresh copy; it is not removed
     std::string user = "ADMIN";
-    std::string password;           // of the server, where `database` is one's ("host/port:path")
-    std::string settings_file;      // of the user's settings; beside the database without one
-    app::Person* person = nullptr;  // who sits before the program; the mill's own scripted person without one
+    std::string password;                 // of the server, where `database` is one's ("host/port:path")
+    std::string settings_file;            // of the user's settings; beside the database without one
+    app::Equipment* equipment = nullptr;  // printers and scale; the mill's own fake ones without it
+    app::Person* person = nullptr;        // who sits before the program; the mill's own scripted person without one
   };
   Mill() : Mill(Options()) {}
   explicit Mill(const Options& options);
@@ -37,6 +39,7 @@ class Mill {
   app::Application& App() { return *app_; }
   host::Desk& Desk() { return app_->GetDesk(); }
   app::ScriptedPerson& Person() { return person_; }
+  FakeEquipment& Equipment() { return equipment_; }
   app::firebird::Database& Db() { return app_->GetDatabase(); }
   const std::string& Path() const { return path_; }
   void SetClock(std::string_view iso) { app_->GetProgramClock().Set(host::DateTime::FromIso(iso).value()); }
@@ -77,6 +80,7 @@ class Mill {
 
  private:
   app::ScriptedPerson person_;
+  FakeEquipment equipment_;
   std::string path_;
   bool remove_ = false;
   std::unique_ptr<app::Application> app_;

@@ -1,0 +1,2 @@
+// The roll label as text.
+text({ write: () => "" });
