@@ -109,6 +109,7 @@ TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
       TbItens(*this, "TbItens", ItemFields()),
       TbRolos(*this, "TbRolos", RollFields()),
       TbBaixas(*this, "TbBaixas", RememberedFields()),
+      QryDefeitos(*this, "QryDefeitos"),
       EdtLote(*this, "EdtLote", "Lote", EditKind::kText, 6),
       PqLote(*this, "PqLote", "TECEL", "NUMERO"),
       EdtFornecedor(*this, "EdtFornecedor", "Fornecedor", EditKind::kText, 6),
@@ -135,12 +136,19 @@ TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
       EdtQtde(*this, "EdtQtde", "Quantidade", EditKind::kNumber, 0, " 0.000"),
       EdtPecas(*this, "EdtPecas", "Peças", EditKind::kNumber, 0, "0"),
       EdtTara(*this, "EdtTara", "Tara", EditKind::kNumber, 0, "0.00"),
+      LblCaptura(*this, "LblCaptura", "F5 - Captura Peso"),
       BtnConfirma(*this, "BtnConfirma", "Confirmar", [this] { BtnConfirmaClick(); }),
+      BtnDefeitos(*this, "BtnDefeitos", "&Defeitos"),
+      BtnExtorna(*this, "BtnExtorna", "&Estornar"),
+      CbImpressao(*this, "CbImpressao", "Impressão", {"Windows", "Texto"}),
       BtnFechar(*this, "BtnFechar", "&Fechar", [this] { Close(); }),
       GrdItens(*this, "GrdItens", TbItens, ItemColumns()),
       GrdRolos(*this, "GrdRolos", TbRolos, RollColumns()),
       PopItens(*this, "PopItens"),
       PopQtde(*this, "PopQtde"),
+      PopRolos(*this, "PopRolos"),
+      RvEtiqueta(*this, "RvEtiqueta"),
+      prTxReport(*this, "prTxReport"),
       closing_(host),
       record_(host) {
   for (host::Edit* shown : {&EdtFornecedor, &EdtCodigo, &EdtCor}) shown->SetReadOnly(true);
@@ -148,6 +156,7 @@ TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
   GrdRolos.SetReadOnly(true);
   GrdItens.Popup = &PopItens;
   EdtQtde.Popup = &PopQtde;
+  GrdRolos.Popup = &PopRolos;
   // The caption has no letter to press, and whoever stands at the scale wears gloves.
   BtnConfirma.Shortcut = host::Key::kF8;
   LigaEventos();

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "host/kit/report.h"
 #include "host/kit/screen.h"
 #include "writeoff/item_closing.h"
 #include "writeoff/roll_record.h"
@@ -33,6 +34,8 @@ class TfmMovBaiTec : public host::Screen, public yarn::YarnWriteOffOpener {
   void CalcularMetros1Click();
   void wwDBGrid1DblClick();
   void CbBarraClick();
+  void BtnDefeitosClick();
+  void BtnExtornaClick();
 
   // --- yarn::YarnWriteOffOpener ------------------------------------------------------------------------------
   yarn::Roll CurrentRoll() const override;
@@ -41,6 +44,7 @@ class TfmMovBaiTec : public host::Screen, public yarn::YarnWriteOffOpener {
   host::Dataset TbItens;
   host::Dataset TbRolos;
   host::Dataset TbBaixas;
+  host::Dataset QryDefeitos;  // of all rolls of the order; a label picks those of its own
   host::Edit EdtLote;
   host::TPesquisa PqLote;
   host::Edit EdtFornecedor;
@@ -69,12 +73,19 @@ class TfmMovBaiTec : public host::Screen, public yarn::YarnWriteOffOpener {
   host::Edit EdtQtde;
   host::Edit EdtPecas;
   host::Edit EdtTara;
+  host::Label LblCaptura;
   host::Button BtnConfirma;
+  host::Button BtnDefeitos;
+  host::Button BtnExtorna;
+  host::ComboBox CbImpressao;
   host::Button BtnFechar;
   host::Grid GrdItens;
   host::Grid GrdRolos;
   host::PopupMenu PopItens;
   host::PopupMenu PopQtde;
+  host::PopupMenu PopRolos;
+  host::Report RvEtiqueta;
+  host::Report prTxReport;
 
  private:
   void LigaEventos();
