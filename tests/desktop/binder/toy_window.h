@@ -31,6 +31,7 @@ class ToyApplication : public app::Application, public host::UserSettings {
   host::Clock& GetClock() override { throw std::logic_error("not in the toy"); }
   host::UserSettings& GetUserSettings() override { return *this; }
   std::unique_ptr<host::TEstoque> NewEstoque() override { return nullptr; }
+  std::unique_ptr<host::SerialPort> NewSerialPort(host::Screen& /*owner*/) override { return nullptr; }
   void ShowModal(host::Screen& screen) override { toy_.desk.ShowModal(screen); }
   void Free(host::Screen& screen) override { toy_.desk.Free(screen); }
 
@@ -38,6 +39,7 @@ class ToyApplication : public app::Application, public host::UserSettings {
   app::firebird::Database& GetDatabase() override { throw std::logic_error("not in the toy"); }
   app::ProgramClock& GetProgramClock() override { throw std::logic_error("not in the toy"); }
   std::vector<app::MenuScreen> MenuScreens() override { return {}; }
+  std::vector<app::PrintJob> TakeJobs() override { return {}; }
   void WriteParameter(std::string_view /*group*/, int /*number*/, std::string_view /*value*/) override {}
   std::optional<std::string> AskFile(const app::FileQuestion& /*question*/) override { return std::nullopt; }
 

@@ -33,6 +33,9 @@ class GridApplication : public app::Application {
   host::Clock& GetClock() override { throw std::logic_error("not in the toy"); }
   host::UserSettings& GetUserSettings() override { throw std::logic_error("not in the toy"); }
   std::unique_ptr<host::TEstoque> NewEstoque() override { return nullptr; }
+  std::unique_ptr<host::SerialPort> NewSerialPort(host::Screen& owner) override {
+    return toy_.host.NewSerialPort(owner);
+  }
   void ShowModal(host::Screen& screen) override { toy_.desk.ShowModal(screen); }
   void Free(host::Screen& screen) override { toy_.desk.Free(screen); }
   host::Desk& GetDesk() override { return toy_.desk; }
@@ -40,6 +43,7 @@ class GridApplication : public app::Application {
   app::ProgramClock& GetProgramClock() override { throw std::logic_error("not in the toy"); }
   std::vector<app::MenuScreen> MenuScreens() override { return {}; }
   void WriteParameter(std::string_view /*group*/, int /*number*/, std::string_view /*value*/) override {}
+  std::vector<app::PrintJob> TakeJobs() override { return {}; }
   std::optional<std::string> AskFile(const app::FileQuestion& /*question*/) override { return std::nullopt; }
 
  private:
