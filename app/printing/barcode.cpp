@@ -29,9 +29,9 @@ struct Kind {
 };
 
 constexpr std::array kKinds{
-    Kind{"code128", BARCODE_CODE128, UNICODE_MODE, 10, 10, 0}, Kind{"ean13", BARCODE_EANX, DATA_MODE, 11, 7, 13},
-    Kind{"ean14", BARCODE_EAN14, DATA_MODE, 10, 10, 14},       Kind{"itf14", BARCODE_ITF14, DATA_MODE, 10, 10, 14},
-    Kind{"gs1-128", BARCODE_GS1_128, GS1_MODE, 10, 10, 0},     Kind{"qr", BARCODE_QRCODE, UNICODE_MODE, 4, 4, 0},
+    Kind{"code128", BARCODE_CODE128, DATA_MODE, 10, 10, 0}, Kind{"ean13", BARCODE_EANX, DATA_MODE, 11, 7, 13},
+    Kind{"ean14", BARCODE_EAN14, DATA_MODE, 10, 10, 14},    Kind{"itf14", BARCODE_ITF14, DATA_MODE, 10, 10, 14},
+    Kind{"gs1-128", BARCODE_GS1_128, GS1_MODE, 10, 10, 0},  Kind{"qr", BARCODE_QRCODE, UNICODE_MODE, 4, 4, 0},
     Kind{"code39", BARCODE_CODE39, DATA_MODE, 10, 10, 0},
 };
 
@@ -41,8 +41,17 @@ constexpr double kLowest = 2;   // millimetres of bars that a scanner's line can
 constexpr double kInch = 25.4;  // millimetres
 constexpr double kLargest = 10000;
 
+// A value as long as a page does not belong into a message.
+std::string Shortened(std::string_view value) {
+  constexpr std::size_t kMost = 60;  // bytes
+  if (value.size() <= kMost) return std::string(value);
+  std::size_t end = kMost;
+  while (end > 0 && (static_cast<unsigned char>(value[end]) & 0xc0) == 0x80) --end;  // not within a character
+  return std::string(value.substr(0, end)) + "…";
+}
+
 [[noreturn]] void Refuse(std::string_view kind, std::string_view value, const std::string& reason) {
-  throw host::InputError("Código de barras " + std::string(kind) + " \"" + std::string(value) + "\": " + reason + ".");
+  throw host::InputError("Código de barras " + std::string(kind) + " \"" + Shortened(value) + "\": " + reason + ".");
 }
 
 const Kind& KindNamed(std::string_view name, std::string_view value) {
@@ -92,10 +101,10 @@ std::string GtinBody(const Kind& kind, const std::string& value) {
 }
 
 void CheckCharacters(const Kind& kind, const std::string& value) {
-  if (kind.name != "qr") {
-    for (const char c : value) {
-      if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) Refuse(kind.name, value, "tem caracteres de controle");
-    }
+  // Accents could be written, but many scanners read other letters in their place.
+  const auto printable = [](char c) { return c >= ' ' && c <= '~'; };
+  if (kind.name != "qr" && !std::all_of(value.begin(), value.end(), printable)) {
+    Refuse(kind.name, value, "tem acentos ou caracteres de controle");
   }
   // The library would write small letters as capitals: what is scanned would not be what was printed.
   if (kind.name == "code39" &&

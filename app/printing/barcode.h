@@ -31,10 +31,10 @@ struct Barcode {
 };
 
 /// Encodes `value`, UTF-8, as one of the kinds
-/// - "code128": Latin-1 text; "code39": capitals, digits, blank and -.$/+%
+/// - "code128": ASCII text; "code39": capitals, digits, blank and -.$/+%
 /// - "ean13": 12 digits (the check digit is added) or 13 (it is checked)
 /// - "ean14" (GS1-128 with application identifier 01) and "itf14": 13 digits or 14 likewise
-/// - "gs1-128": element strings with their identifiers in brackets, "(01)17891234567897(10)000123001"; square brackets
+/// - "gs1-128": element strings with their identifiers in brackets, "(01)17891234567892(10)000123001"; square brackets
 ///   do as well
 /// - "qr": any text.
 /// Blanks around the value do not count. Throws host::InputError, a sentence with kind and value, for an unknown kind
