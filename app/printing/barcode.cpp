@@ -155,8 +155,8 @@ bool Dark(const zint_symbol& symbol, int row, int column) {
   return ((symbol.encoded_data[row][column / 8] >> (column % 8)) & 1) != 0;
 }
 
-std::vector<Bar> BarsOf(const zint_symbol& symbol, int left, int top) {
-  std::vector<Bar> bars;
+std::vector<CodeBar> BarsOf(const zint_symbol& symbol, int left, int top) {
+  std::vector<CodeBar> bars;
   for (int row = 0; row < symbol.rows; ++row) {
     for (int column = 0; column < symbol.width;) {
       int end = column;
@@ -194,10 +194,10 @@ bool Sensible(const BarcodeRoom& room) {
 }
 
 // Bars of one module's height are stretched over the symbol's.
-std::vector<Bar> InDots(const Barcode& code, const PlacedBarcode& placed) {
-  std::vector<Bar> bars;
+std::vector<CodeBar> InDots(const Barcode& code, const PlacedBarcode& placed) {
+  std::vector<CodeBar> bars;
   bars.reserve(code.bars.size() + 2);
-  for (const Bar& bar : code.bars) {
+  for (const CodeBar& bar : code.bars) {
     const int top = code.square ? bar.y * placed.module : 0;
     const int height = code.square ? bar.height * placed.module : placed.height;
     bars.push_back({placed.x + bar.x * placed.module, placed.y + top, bar.width * placed.module, height});

@@ -8,7 +8,7 @@
 namespace app::printing {
 
 /// A dark rectangle, from the upper left corner.
-struct Bar {
+struct CodeBar {
   int x = 0;
   int y = 0;
   int width = 0;
@@ -19,15 +19,15 @@ struct Bar {
 /// the symbol, its quiet zones included.
 struct Barcode {
   std::string kind;
-  std::string value;      // as it was asked for, UTF-8
-  std::string text;       // human-readable interpretation, with the check digit; empty for "qr"
-  bool square = false;    // every module keeps its height (qr); otherwise bars are as high as the room
-  int width = 0;          // modules, quiet zones included
-  int height = 0;         // modules, quiet zones included; 1 unless square
-  bool bearer = false;    // bars of its own along the upper and lower edge belong to the symbol (itf14)
-  int quiet_left = 0;     // modules without bars at the left, part of width
-  int quiet_right = 0;    // and at the right
-  std::vector<Bar> bars;  // none touches another one in the same row of modules
+  std::string value;          // as it was asked for, UTF-8
+  std::string text;           // human-readable interpretation, with the check digit; empty for "qr"
+  bool square = false;        // every module keeps its height (qr); otherwise bars are as high as the room
+  int width = 0;              // modules, quiet zones included
+  int height = 0;             // modules, quiet zones included; 1 unless square
+  bool bearer = false;        // bars of its own along the upper and lower edge belong to the symbol (itf14)
+  int quiet_left = 0;         // modules without bars at the left, part of width
+  int quiet_right = 0;        // and at the right
+  std::vector<CodeBar> bars;  // none touches another one in the same row of modules
 };
 
 /// Encodes `value`, UTF-8, as one of the kinds
@@ -46,15 +46,15 @@ char CheckDigit(std::string_view digits);
 
 /// A symbol on a page or label, in whole dots of the printer, so that no bar is blurred or a dot wider than its like.
 struct PlacedBarcode {
-  double dot = 0;         // millimetres per dot
-  int module = 0;         // dots per module
-  int x = 0;              // dots from the left edge of the page, quiet zone included
-  int y = 0;              // dots from its upper edge
-  int width = 0;          // dots, quiet zones included
-  int height = 0;         // dots, without the text
-  std::vector<Bar> bars;  // in dots from the page's upper left corner
-  std::string text;       // empty when none is wanted or the kind has none
-  double text_x = 0;      // room of the text line below the bars, in millimetres from the page's corner
+  double dot = 0;             // millimetres per dot
+  int module = 0;             // dots per module
+  int x = 0;                  // dots from the left edge of the page, quiet zone included
+  int y = 0;                  // dots from its upper edge
+  int width = 0;              // dots, quiet zones included
+  int height = 0;             // dots, without the text
+  std::vector<CodeBar> bars;  // in dots from the page's upper left corner
+  std::string text;           // empty when none is wanted or the kind has none
+  double text_x = 0;          // room of the text line below the bars, in millimetres from the page's corner
   double text_y = 0;
   double text_width = 0;
   double text_height = 0;

@@ -107,7 +107,7 @@ TEST(Barcode, SmallestModuleThatFitsIsReadBackToo) {
     EXPECT_EQ(placed.module, 1);
     // A scanner's camera sees each dot as several pixels.
     PlacedBarcode seen = placed;
-    for (Bar& bar : seen.bars) bar = {bar.x * 3, bar.y * 3, bar.width * 3, bar.height * 3};
+    for (CodeBar& bar : seen.bars) bar = {bar.x * 3, bar.y * 3, bar.width * 3, bar.height * 3};
     seen.x *= 3, seen.y *= 3, seen.width *= 3, seen.height *= 3;
     WritePicture(seen, 0, folder.File(kind));
     ASSERT_EQ(Decoded(folder.File(kind)).size(), 1U) << kind;
@@ -194,7 +194,7 @@ TEST(Barcode, QuietZonesAreEmptyAndCounted) {
     const Barcode code = EncodeBarcode(kind, kind == "ean13" ? "789123456789" : "1789123456789");
     int first = code.width;
     int last = 0;
-    for (const Bar& bar : code.bars) {
+    for (const CodeBar& bar : code.bars) {
       first = std::min(first, bar.x);
       last = std::max(last, bar.x + bar.width);
     }
@@ -220,7 +220,7 @@ TEST(PlaceBarcode, TakesTheLargestWholeNumberOfDots) {
       EXPECT_LE((placed.x + placed.width) * dot, 1.3 + width + 1e-9);
       EXPECT_GE(placed.y * dot, 0.4 - 1e-9);
       EXPECT_LE((placed.y + placed.height) * dot, 15.4 + 1e-9);
-      for (const Bar& bar : placed.bars) EXPECT_EQ(bar.width % placed.module, 0);
+      for (const CodeBar& bar : placed.bars) EXPECT_EQ(bar.width % placed.module, 0);
     }
   }
 }
@@ -247,14 +247,14 @@ TEST(PlaceBarcode, StandsInTheMiddleOfItsRoomAndLeavesTheFootToTheText) {
 
 TEST(PlaceBarcode, BearerBarsRunAlongBothEdgesOfTheSymbol) {
   const auto placed = PlaceBarcode(EncodeBarcode("itf14", "1789123456789"), {.width = 60, .height = 20, .dpi = 203});
-  std::vector<Bar> bearers;
-  for (const Bar& bar : placed.bars) {
+  std::vector<CodeBar> bearers;
+  for (const CodeBar& bar : placed.bars) {
     if (bar.width > 20 * placed.module) bearers.push_back(bar);
   }
   ASSERT_EQ(bearers.size(), 2U);
   EXPECT_EQ(bearers[0].y, placed.y);
   EXPECT_EQ(bearers[1].y + bearers[1].height, placed.y + placed.height);
-  for (const Bar& bearer : bearers) EXPECT_EQ(bearer.height, 2 * placed.module);
+  for (const CodeBar& bearer : bearers) EXPECT_EQ(bearer.height, 2 * placed.module);
 }
 
 TEST(PlaceBarcode, TellsTheRoomThatItWouldNeed) {
