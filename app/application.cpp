@@ -67,7 +67,7 @@ class NoEquipment : public Equipment {
   }
 };
 
-std::string LayoutsFolder(const ApplicationOptions& options, const std::string& settings_file) {
+std::string FolderOfLayouts(const ApplicationOptions& options, const std::string& settings_file) {
   if (!options.layouts_folder.empty()) return options.layouts_folder;
   const std::string& beside = firebird::IsServerPath(options.connect.database) || options.connect.database.empty()
                                   ? settings_file
@@ -91,7 +91,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
         periods_(*database_),
         settings_(SettingsFile(options)),
         company_(options.connect.company),
-        layouts_folder_(LayoutsFolder(options, SettingsFile(options))),
+        layouts_folder_(FolderOfLayouts(options, SettingsFile(options))),
         equipment_(options.equipment != nullptr ? *options.equipment : no_equipment_),
         dialogs_(*database_, person),
         general_({*database_, parameters_, clock_, *this}, services::FindUser(*database_, options.user)),
@@ -112,6 +112,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   }
 
   std::vector<PrintJob> TakeJobs() override { return std::exchange(jobs_, {}); }
+  std::string LayoutsFolder() const override { return layouts_folder_; }
 
   std::optional<std::string> AskFile(const FileQuestion& question) override {
     database_->MakeDurable();
@@ -261,8 +262,12 @@ std::unique_ptr<host::SerialPort> ReferenceApplication::NewSerialPort(host::Scre
   };
   use.run = [this, &owner](const std::function<void()>& act) {
     if (desk_.InAction()) return false;
-    person_.ActForDevice([this, &owner, &act] { desk_.Run(owner.Caption(), act); });
-    return true;
+    bool ran = false;
+    person_.ActForDevice([&] {
+      ran = true;
+      desk_.Run(owner.Caption(), act);
+    });
+    return ran;
   };
   return equipment_.NewSerialPort(std::move(use));
 }

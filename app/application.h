@@ -64,6 +64,8 @@ class Application : public host::Host {
   virtual void WriteParameter(std::string_view group, int number, std::string_view value) = 0;
   /// What was printed since the last call.
   virtual std::vector<PrintJob> TakeJobs() = 0;
+  /// Where the installation's own report layouts are looked for; need not exist. Empty for nowhere.
+  virtual std::string LayoutsFolder() const { return {}; }
   /// Person::AskFile, for the host's own screens: whatever is pending is made durable first.
   virtual std::optional<std::string> AskFile(const FileQuestion& question) = 0;
 };

@@ -43,6 +43,7 @@ class Person : public host::Dialogs {
   /// Changes how the scale is connected; false when given up, the settings are unchanged then.
   virtual bool SetUpScale(scale::ScaleSettings& /*settings*/) { return false; }
   /// Runs an act that the person did not begin herself: the scale sent something. Not called in the middle of an act.
+  /// A person who cannot have it now leaves it out: it is then as if nothing had been sent.
   virtual void ActForDevice(const std::function<void()>& act) { act(); }
 
   // --- what the program does in sight of the person; see host::DeskEnvironment and host::Funcoes::Ocupado -------

@@ -1,5 +1,9 @@
 #include "app/script/bridge.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThread>
+#include <algorithm>
 #include <cmath>
 #include <exception>
 #include <ostream>
@@ -12,6 +16,9 @@
 
 namespace app::script {
 namespace {
+
+constexpr int kLongestWait = 600;  // seconds
+constexpr qint64 kGlance = 5;      // milliseconds between two looks at what arrived
 
 std::string IconName(host::Icon icon) {
   switch (icon) {
@@ -179,7 +186,40 @@ QJSValue Bridge::messages() {
   return list;
 }
 
+QJSValue Bridge::wait(double seconds) {
+  return Act([&] {
+    if (!(seconds >= 0 && seconds <= kLongestWait)) {
+      throw host::InputError("wait quer de 0 a " + std::to_string(kLongestWait) + " segundos");
+    }
+    QElapsedTimer time;
+    time.start();
+    const auto limit = static_cast<qint64>(std::llround(seconds * 1000));
+    do {
+      QCoreApplication::processEvents();
+      const qint64 left = limit - time.elapsed();
+      if (left > 0) QThread::msleep(static_cast<unsigned long>(std::min(left, kGlance)));
+    } while (time.elapsed() < limit && !engine_.isInterrupted());
+    QCoreApplication::processEvents();
+    return host::ActResult::kDone;
+  });
+}
+
 // --- the program -------------------------------------------------------------------------------------------------
+
+QJSValue Bridge::jobs() {
+  const std::vector<PrintJob> printed = application_.TakeJobs();
+  QJSValue list = engine_.newArray(static_cast<uint>(printed.size()));
+  quint32 at = 0;
+  for (const PrintJob& job : printed) {
+    QJSValue entry = engine_.newObject();
+    entry.setProperty("report", ToScript(job.report));
+    entry.setProperty("kind", ToScript(std::string(1, job.kind)));
+    entry.setProperty("file", ToScript(job.file));
+    entry.setProperty("destination", ToScript(job.destination));
+    list.setProperty(at++, entry);
+  }
+  return list;
+}
 
 QJSValue Bridge::clock(const QJSValue& moment) {
   return Guard([&] {

@@ -72,8 +72,10 @@ class Bridge : public QObject {
   Q_INVOKABLE void lookup(const QString& name, const QJSValue& key);
   Q_INVOKABLE void modal(const QString& name, const QJSValue& act);
   Q_INVOKABLE QJSValue messages();
+  Q_INVOKABLE QJSValue wait(double seconds);
 
   // --- the program
+  Q_INVOKABLE QJSValue jobs();
   Q_INVOKABLE QJSValue clock(const QJSValue& moment);
   Q_INVOKABLE QJSValue query(const QString& sql, const QJSValue& parameters);
   Q_INVOKABLE QJSValue exec(const QString& sql, const QJSValue& parameters);

@@ -38,15 +38,21 @@ QString LineOf(const QStringList& frames, bool of_error_object) {
   return {};
 }
 
-std::string Describe(const QJSValue& thrown, const QStringList& trace, const std::string& file) {
+RunResult Describe(const QJSValue& thrown, const QStringList& trace, const std::string& file) {
   QString line;
   if (thrown.isError()) line = LineOf(thrown.property("stack").toString().split('\n'), true);
   if (line.isEmpty()) line = LineOf(trace, false);
   // The programmer's own errors keep their kind ("ReferenceError: x is not defined"); the others are plain text.
   const QString kind = thrown.isError() ? thrown.property("name").toString() : QString();
-  const QString text =
-      thrown.isError() && kind == QStringLiteral("Error") ? thrown.property("message").toString() : thrown.toString();
-  return file + ":" + (line.isEmpty() ? std::string() : Utf8(line) + ":") + " " + OneLine(Utf8(text));
+  const std::string text = OneLine(Utf8(
+      thrown.isError() && kind == QStringLiteral("Error") ? thrown.property("message").toString() : thrown.toString()));
+  return {false, file + ":" + (line.isEmpty() ? std::string() : Utf8(line) + ":") + " " + text, text};
+}
+
+QJSValue Given(QJSEngine& engine, const std::map<std::string, std::string>& given) {
+  QJSValue object = engine.newObject();
+  for (const auto& [name, value] : given) object.setProperty(QString::fromStdString(name), ToScript(value));
+  return object;
 }
 
 // The engine wants an application object; a window's program has one already.
@@ -75,13 +81,14 @@ std::string Joined(const std::vector<std::string>& lines) {
 
 RunResult Run(Application& application, ScriptedPerson& person, std::string_view source, const RunOptions& options) {
   const auto text = Decoded(source);
-  if (!text) return {false, options.name + ": o arquivo não está em UTF-8"};
+  if (!text) return {false, options.name + ": o arquivo não está em UTF-8", {}};
   const auto qt_application = EnsureQtApplication();
   QJSEngine engine;
   Bridge bridge(engine, application, person, options);
   QJSEngine::setObjectOwnership(&bridge, QJSEngine::CppOwnership);
   QJSValue prelude = engine.evaluate(kPrelude, kPreludeName);
   prelude.callWithInstance(engine.globalObject(), {engine.newQObject(&bridge)});
+  engine.globalObject().setProperty(QStringLiteral("given"), Given(engine, options.given));
 
   QStringList trace;
   QJSValue result;
@@ -95,12 +102,12 @@ RunResult Run(Application& application, ScriptedPerson& person, std::string_view
 
   if (time_is_over) {
     const auto seconds = std::chrono::duration<double>(options.timeout).count();
-    return {false, options.name + ": o tempo de " + Utf8(QString::number(seconds)) + " s acabou"};
+    return {false, options.name + ": o tempo de " + Utf8(QString::number(seconds)) + " s acabou", {}};
   }
-  if (result.isError() || !trace.isEmpty()) return {false, Describe(result, trace, options.name)};
-  if (!bridge.FailedAssertions().empty()) return {false, options.name + ": " + Joined(bridge.FailedAssertions())};
+  if (result.isError() || !trace.isEmpty()) return Describe(result, trace, options.name);
+  if (!bridge.FailedAssertions().empty()) return {false, options.name + ": " + Joined(bridge.FailedAssertions()), {}};
   const auto unused = person.Unused();
-  if (!unused.empty()) return {false, options.name + ": preparado e nunca pedido: " + Joined(unused)};
+  if (!unused.empty()) return {false, options.name + ": preparado e nunca pedido: " + Joined(unused), {}};
   return {};
 }
 

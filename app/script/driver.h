@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <iosfwd>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -12,15 +13,17 @@
 namespace app::script {
 
 struct RunOptions {
-  std::string name;                      // of the file, for messages
-  std::chrono::milliseconds timeout{0};  // a script that runs longer is ended; 0 for no limit
-  std::ostream& output;                  // what the script prints
-  std::ostream& notes;                   // questions that no answer was prepared for
+  std::string name;                               // of the file, for messages
+  std::chrono::milliseconds timeout{0};           // a script that runs longer is ended; 0 for no limit
+  std::ostream& output;                           // what the script prints
+  std::ostream& notes;                            // questions that no answer was prepared for
+  std::map<std::string, std::string> given = {};  // what the script finds in its object `given`
 };
 
 struct RunResult {
   bool ok = true;
-  std::string error;  // one line, "FILE:LINE: text" where a line is known; empty when ok
+  std::string error;   // one line, "FILE:LINE: text" where a line is known; empty when ok
+  std::string thrown;  // the text alone of what the script threw; empty when it ended in another way
 };
 
 /// Runs a script on the program's screens. It fails on an exception that the script did not catch, on an assertion

@@ -66,7 +66,8 @@ inline constexpr const char* kPrelude = R"js((function (bridge) {
     });
   });
   define("messages", () => bridge.messages());
-  define("jobs", () => []);
+  define("wait", (seconds) => bridge.wait(Number(seconds)));
+  define("jobs", () => bridge.jobs());
   define("clock", (moment) => bridge.clock(moment));
   define("db", Object.freeze({
     query: (sql, parameters) => bridge.query(sql, parameters === undefined ? [] : parameters),

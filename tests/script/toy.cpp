@@ -73,6 +73,9 @@ host::Tabela& ToyApplication::GetTabela() { throw std::logic_error("the toy has 
 host::Contabil& ToyApplication::GetContabil() { throw std::logic_error("the toy has no periods"); }
 host::UserSettings& ToyApplication::GetUserSettings() { throw std::logic_error("the toy has no settings"); }
 std::unique_ptr<host::TEstoque> ToyApplication::NewEstoque() { throw std::logic_error("the toy has no stock"); }
+std::unique_ptr<host::SerialPort> ToyApplication::NewSerialPort(host::Screen& /*owner*/) {
+  throw std::logic_error("the toy has no scale");
+}
 
 app::script::RunResult ToyDesk::Run(std::string_view source, std::chrono::milliseconds timeout) {
   output.str({});
