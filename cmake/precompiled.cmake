@@ -8,10 +8,16 @@ function(share_headers target)
   endif()
 endfunction()
 
-# The headers that `other` shares; both are compiled with the same flags.
-function(share_headers_of target other)
-  if(TECELAGEM_PCH)
-    target_precompile_headers(${target} REUSE_FROM ${other})
+# The same for programs of one kind, compiled with the same flags: the first of them parses for all.
+function(share_headers_among group target)
+  get_property(first GLOBAL PROPERTY first_of_${group})
+  if(NOT TECELAGEM_PCH)
+    return()
+  elseif(first)
+    target_precompile_headers(${target} REUSE_FROM ${first})
+  else()
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+    set_property(GLOBAL PROPERTY first_of_${group} ${target})
   endif()
 endfunction()
 
