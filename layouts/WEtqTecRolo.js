@@ -1,0 +1,143 @@
+// The label of a woven roll, 100 x 60 mm, for label printers of 203 dpi and more.
+// Datasets: TbRolos (the roll at the cursor), TbItens, QryDefeitos, QryEtiqueta; see docs/layouts.md.
+"use strict";
+
+const left = 2;
+const right = 98;
+const width = right - left;
+
+const plain = (value) => value === null || value === undefined ? "" : String(value).trim();
+const joined = (...parts) => parts.map(plain).filter((part) => part !== "").join(" ");
+
+const itemOf = (roll) => {
+  if (typeof TbItens !== "object") return null;
+  return TbItens.rows.find((item) => plain(item.CODIGO) === plain(roll.CODIGO) && plain(item.COR) === plain(roll.COR)) || null;
+};
+
+// What the label tells beside the roll's own row; every part of it may be missing.
+function aboutFabric(roll) {
+  const stock = typeof QryEtiqueta === "object" && QryEtiqueta.first || {};
+  const item = itemOf(roll) || {};
+  return {
+    colour: plain(stock.DESC_COR) || plain(item.DESC_COR),
+    unit: plain(stock.UNIDADE) || plain(item.UNIDADE) || "KG",
+    make: [plain(stock.COMPOSICAO),
+           stock.LARGURA > 0 ? number(stock.LARGURA, "0.00") + " m" : "",
+           stock.GRAMATURA > 0 ? number(stock.GRAMATURA, "0") + " g/m²" : ""].filter((part) => part !== "").join("  ·  "),
+    gtin: plain(stock.BARRA),
+  };
+}
+
+// Each defect once, with how often it was found: "BURACO (2), FIO PUXADO". What does not fit is counted.
+function defectsOf(roll) {
+  if (typeof QryDefeitos !== "object") return "";
+  const found = new Map();
+  for (const row of QryDefeitos.rows) {
+    if (plain(row.NUMERO) !== plain(roll.NUMERO) || Number(row.ROLO) !== Number(roll.ORDEM)) continue;
+    const name = plain(row.DESCRICAO) || plain(row.CODIGO);
+    found.set(name, (found.get(name) || 0) + 1);
+  }
+  const most = 105;  // characters in two lines of this size
+  let shown = "";
+  let hidden = 0;
+  for (const [name, times] of found) {
+    const one = times > 1 ? name + " (" + times + ")" : name;
+    if (hidden > 0 || (shown !== "" && shown.length + one.length > most)) hidden += 1;
+    else shown += (shown === "" ? "" : ", ") + one;
+  }
+  return hidden > 0 ? shown + " e mais " + hidden : shown;
+}
+
+const caption = (words, x, y, w) => ({ text: words, x, y, w, h: 2.7, size: 6 });
+const value = (words, x, y, w, size, more) =>
+  Object.assign({ text: words, x, y, w, h: size * 0.49, size, bold: true, shrink: true }, more || {});
+const line = (y) => ({ line: [left, y, right, y], width: 0.25 });
+
+function header(roll) {
+  return [
+    { text: plain(info.company), x: left, y: 1.4, w: 44, h: 4.4, size: 8, shrink: true, valign: "middle" },
+    { text: joined("Ordem", roll.NUMERO), x: 47, y: 1.4, w: 29, h: 4.4, size: 10, bold: true, shrink: true,
+      align: "right", valign: "middle" },
+    { box: [78, 1.2, 20, 4.9], fill: "black" },
+    { text: joined("ROLO", roll.ORDEM), x: 78.5, y: 1.2, w: 19, h: 4.9, size: 11, bold: true, shrink: true,
+      align: "center", valign: "middle", color: "white" },
+  ];
+}
+
+function fabric(roll, about) {
+  const w = 79;
+  return [
+    value(joined(roll.DESCRICAO), left, 6.6, w, 14),
+    value(joined(roll.CODIGO), left, 13.4, 27, 11),
+    value(joined("Cor", roll.COR, about.colour), left + 28, 13.4, w - 28, 11),
+    { text: about.make, x: left, y: 18.8, w, h: 3.2, size: 6.5, shrink: true },
+  ];
+}
+
+function amount(roll, about) {
+  const kilograms = about.unit.toUpperCase() === "KG";
+  const shown = roll.QTDE === null ? "" : number(roll.QTDE, kilograms ? "#,##0.000" : "#,##0.###");
+  return [
+    line(22.4),
+    caption(kilograms ? "PESO LÍQUIDO" : "QUANTIDADE", left, 22.8, 45),
+    value(joined(shown, about.unit.toLowerCase()), left, 24.6, 46, 26, { h: 11, valign: "middle" }),
+    { line: [49.5, 22.4, 49.5, 36], width: 0.25 },
+    caption("LOTE", 51, 22.8, 45),
+    value(plain(roll.LOTE), 51, 24.6, right - 51, 26, { h: 11, valign: "middle" }),
+    line(36),
+  ];
+}
+
+function details(roll) {
+  const cells = [
+    ["PEÇAS", roll.QTDE_R > 0 ? number(roll.QTDE_R, "0.###") : "1", 10],
+    ["DATA", date(roll.DT_LAN), 19],
+    ["TURNO", plain(roll.TURNO), 10],
+    ["OPERADOR", joined(roll.FUNCIONARIO, roll.NOME), 31],
+    ["MÁQUINA", joined(roll.MAQUINA, roll.DESC_MAQUINA), 26],
+  ];
+  let x = left;
+  return cells.map(([name, shown, w]) => {
+    const items = [caption(name, x, 36.3, w - 1), value(shown, x, 38.6, w - 1, 8)];
+    x += w;
+    return items;
+  });
+}
+
+function defects(roll) {
+  return [
+    line(42.8),
+    caption("DEFEITOS", left, 43.3, 13),
+    { text: defectsOf(roll), x: left + 13, y: 43, w: width - 13, h: 5.8, size: 6.5, wrap: true, shrink: true },
+  ];
+}
+
+// The article's number of 14 digits is written in the symbol whose scan is just these digits, as the write-off reads
+// them; the same number of 13 digits has a 0 in front. One with a wrong check digit is no number of an article.
+function codes(roll, about) {
+  const y = 49;
+  const h = 10;
+  const gtin = /^\d{13}$/.test(about.gtin) ? "0" + about.gtin : about.gtin;
+  const article = /^\d{14}$/.test(gtin) && encodes("itf14", gtin);
+  const lot = plain(roll.LOTE);
+  const items = [];
+  if (encodes("code128", lot)) {
+    items.push({ barcode: "code128", value: lot, x: left, y, w: article ? 56 : width, h });
+  }
+  if (article) items.push({ barcode: "itf14", value: gtin, x: 58, y, w: right - 58, h, text: true });
+  const both = joined("LOTE", lot, "PESO", roll.QTDE === null ? "" : roll.QTDE.toFixed(3), about.unit.toUpperCase());
+  items.push({ barcode: "qr", value: both, x: 82.5, y: 6.6, w: 15.5, h: 15.5 });
+  return items;
+}
+
+label({
+  width: 100,
+  height: 60,
+  dpi: 203,
+  rows: TbRolos.current === null ? [] : [TbRolos.current],
+  draw: (roll) => {
+    const about = aboutFabric(roll);
+    return [].concat(header(roll), fabric(roll, about), amount(roll, about), ...details(roll), defects(roll),
+                     codes(roll, about));
+  },
+});
