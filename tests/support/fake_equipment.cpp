@@ -9,10 +9,6 @@
 
 namespace test {
 
-std::unique_ptr<host::SerialPort> FakeEquipment::NewSerialPort(app::PortUse /*use*/) {
-  throw host::InputError("Esta estação não tem balança.");
-}
-
 std::optional<app::PrintJob> FakeEquipment::Print(const app::PrintRequest& request) {
   if (!fail_next.empty()) throw host::InputError(std::exchange(fail_next, {}));
   struct Print print {

@@ -5,9 +5,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/equipment.h"
+#include "support/fake_scale.h"
 
 namespace test {
 
@@ -25,7 +27,8 @@ class FakeEquipment : public app::Equipment {
     std::map<std::string, std::size_t> current;           // 1-based row that the cursor stands on, 0 for none
   };
 
-  std::unique_ptr<host::SerialPort> NewSerialPort(app::PortUse use) override;
+  std::unique_ptr<host::SerialPort> NewSerialPort(app::PortUse use) override { return scale_.NewPort(std::move(use)); }
+  FakeScale& Scale() { return scale_; }
   /// Keeps the datasets of the owner as they are now.
   std::optional<app::PrintJob> Print(const app::PrintRequest& request) override;
 
@@ -35,6 +38,7 @@ class FakeEquipment : public app::Equipment {
   std::string fail_next;
 
  private:
+  FakeScale scale_;
   std::vector<struct Print> prints_;
 };
 
