@@ -4,6 +4,7 @@
 
 #include "composition/cad_composi.h"
 #include "orders/cad_lote_tec.h"
+#include "writeoff/cad_def_tec.h"
 #include "writeoff/mov_bai_tec.h"
 #include "yarn/mov_bai_fio.h"
 
@@ -18,6 +19,7 @@ std::unique_ptr<host::Screen> Create(host::Host& host) {
 constexpr host::ScreenClass kScreens[] = {
     {"TfmCadLoteTec", "Ordens", "Ordens de Tecelagem", &Create<orders::TfmCadLoteTec>},
     {"TfmMovBaiTec", "Baixas", "Baixa de Ordem de Tecelagem", &Create<writeoff::TfmMovBaiTec>},
+    {"TfmCadDefTec", "Baixas", "Cadastro de Defeitos", &Create<writeoff::TfmCadDefTec>},
     {"TFmMovBaiFio", "", "Selecione os consumos", &Create<yarn::TFmMovBaiFio>},
     {"TFmCadComposi", "Composições", "Cadastro de Composição", &Create<composition::TFmCadComposi>},
 };

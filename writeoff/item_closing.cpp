@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "writeoff/reservation_kind.h"
 #include "writeoff/roll_record.h"
 
 namespace writeoff {
@@ -16,8 +17,8 @@ void ItemClosing::SetClosed(std::string_view order, std::string_view code, std::
 }
 
 std::string ItemClosing::OfOrder(std::string_view order, bool only_left) const {
-  return "WHERE NUMERO = " + funcoes_.Aspas(order) + (only_left ? " AND QTDE > 0" : "") +
-         " AND (TIPO = 'T' OR TIPO <> 'F' OR TIPO IS NULL)";
+  return "WHERE NUMERO = " + funcoes_.Aspas(order) + (only_left ? " AND QTDE > 0" : "") + " AND " +
+         std::string(kReservationKind);
 }
 
 bool ItemClosing::HasReservations(std::string_view order) {

@@ -6,6 +6,7 @@
 #include "app/desktop/forms/register_form.h"
 #include "host/text.h"
 #include "ui_cad_composi.h"
+#include "ui_cad_def_tec.h"
 #include "ui_cad_lote_tec.h"
 #include "ui_log.h"
 #include "ui_mov_bai_fio.h"
@@ -35,6 +36,7 @@ constexpr KnownForm kForms[] = {
     {"TfmCadLoteTec", &Drawn<Ui::CadLoteTec>},
     {"TfmMovBaiTec", &Drawn<Ui::MovBaiTec>},
     {"TFmMovBaiFio", &Drawn<Ui::MovBaiFio>},
+    {"TfmCadDefTec", &Drawn<Ui::CadDefTec>},
     {"TFmCadComposi", &Drawn<Ui::CadComposi>},
     {"TfmLog", &Drawn<Ui::Log>},
     {"TfmParametros", &Drawn<Ui::Parametros>},
