@@ -110,6 +110,7 @@ TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
       TbRolos(*this, "TbRolos", RollFields()),
       TbBaixas(*this, "TbBaixas", RememberedFields()),
       QryDefeitos(*this, "QryDefeitos"),
+      QryEtiqueta(*this, "QryEtiqueta"),
       EdtLote(*this, "EdtLote", "Lote", EditKind::kText, 6),
       PqLote(*this, "PqLote", "TECEL", "NUMERO"),
       EdtFornecedor(*this, "EdtFornecedor", "Fornecedor", EditKind::kText, 6),
@@ -138,8 +139,8 @@ TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
       EdtTara(*this, "EdtTara", "Tara", EditKind::kNumber, 0, "0.00"),
       LblCaptura(*this, "LblCaptura", "F5 - Captura Peso"),
       BtnConfirma(*this, "BtnConfirma", "Confirmar", [this] { BtnConfirmaClick(); }),
-      BtnDefeitos(*this, "BtnDefeitos", "&Defeitos"),
-      BtnExtorna(*this, "BtnExtorna", "&Estornar"),
+      BtnDefeitos(*this, "BtnDefeitos", "&Defeitos", [this] { BtnDefeitosClick(); }),
+      BtnExtorna(*this, "BtnExtorna", "&Estornar", [this] { BtnExtornaClick(); }),
       CbImpressao(*this, "CbImpressao", "Impressão", {"Windows", "Texto"}),
       BtnFechar(*this, "BtnFechar", "&Fechar", [this] { Close(); }),
       GrdItens(*this, "GrdItens", TbItens, ItemColumns()),
@@ -150,7 +151,8 @@ TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
       RvEtiqueta(*this, "RvEtiqueta"),
       prTxReport(*this, "prTxReport"),
       closing_(host),
-      record_(host) {
+      record_(host),
+      scale_(*this) {
   for (host::Edit* shown : {&EdtFornecedor, &EdtCodigo, &EdtCor}) shown->SetReadOnly(true);
   EdtBarra.SetVisible(false);
   GrdRolos.SetReadOnly(true);
@@ -169,6 +171,8 @@ void TfmMovBaiTec::LigaEventos() {
   EdtDeposito.OnExit = [this] { LblDeposito.SetText(Descricao("DEPOSITO", "CODIGO", EdtDeposito.Text())); };
   EdtMaquina.OnExit = [this] { LblMaquina.SetText(Descricao("MAQUINA", "MAQUINA", EdtMaquina.Text())); };
   CbBarra.OnClick = [this] { CbBarraClick(); };
+  EdtBarra.OnExit = [this] { EdtBarraExit(); };
+  scale_.OnWeight = [this](const Weighing& weighing) { RecebePeso(weighing); };
 
   TbItens.AfterScroll = [this] {
     if (!loading_) TbItensAfterScroll();
@@ -187,6 +191,8 @@ void TfmMovBaiTec::LigaEventos() {
   GrdItens.OnDblClick = [this] { wwDBGrid1DblClick(); };
   PopItens.Add("ConsiderarReserva", "Considerar Reserva como baixada", [this] { ConsiderarReservaComoBaixadaClick(); });
   PopQtde.Add("CalcularMetros1", "Conversão de unidade", [this] { CalcularMetros1Click(); });
+  PopRolos.Add("ImprimirEtiqueta1", "Imprimir Etiqueta", [this] { ImprimirEtiqueta1Click(); });
+  for (host::Report* report : {&RvEtiqueta, &prTxReport}) report->OnUnknownFunction = &prTxReportUnknownFunction;
 }
 
 void TfmMovBaiTec::LigaPesquisas() {
@@ -215,10 +221,17 @@ void TfmMovBaiTec::LigaPesquisas() {
 void TfmMovBaiTec::FormCreate() {
   lot_scheme_ = host::Left(Servicos().BuscaParametro("MAL", 40), 1);
   EdtData.SetDate(GetHost().GetClock().Today());
+  CbImpressao.SetSelected(Servicos().BuscaParametro("SIS", 20) == "S" ? kTexto : kWindows);
+  scale_.Start();
+  MostraCaptura();
 }
 
 bool TfmMovBaiTec::FormKeyDown(host::Key key) {
-  if (key != host::Key::kF6 || Site() == nullptr) return false;
+  if (Site() == nullptr) return false;
+  if (key == host::Key::kF5) CapturaPeso();
+  if (key == host::Key::kF10) ConfiguraBalanca();
+  if (key == host::Key::kF5 || key == host::Key::kF10) return true;
+  if (key != host::Key::kF6) return false;
   if (Site()->Focused() == &GrdItens) {
     EdtQtde.SetFocus();
   } else {
@@ -227,7 +240,11 @@ bool TfmMovBaiTec::FormKeyDown(host::Key key) {
   return true;
 }
 
-std::vector<host::KeyHint> TfmMovBaiTec::KeyHints() const { return {{host::Key::kF6, "Itens"}}; }
+std::vector<host::KeyHint> TfmMovBaiTec::KeyHints() const {
+  std::vector<host::KeyHint> hints = {{host::Key::kF6, "Itens"}, {host::Key::kF10, "Balança"}};
+  if (LblCaptura.Enabled()) hints.insert(hints.begin(), {host::Key::kF5, "Captura Peso"});
+  return hints;
+}
 
 bool TfmMovBaiTec::HasUnsavedWork() const { return Quantidade() > 0; }
 
@@ -364,6 +381,7 @@ void TfmMovBaiTec::CalcularMetros1Click() {
 void TfmMovBaiTec::CbBarraClick() {
   EdtBarra.SetVisible(CbBarra.Checked());
   if (!CbBarra.Checked()) EdtBarra.Clear();
+  MostraCaptura();
 }
 
 }  // namespace writeoff

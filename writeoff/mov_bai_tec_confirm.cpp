@@ -87,14 +87,33 @@ yarn::Roll TfmMovBaiTec::CurrentRoll() const {
 void TfmMovBaiTec::BtnConfirmaClick() {
   if (GetHost().GetContabil().PeriodoConciliado(EdtData.GetDate(), "IV")) throw host::Abort();
   ConfereCampos();
-  if (Quantidade() > 0) BaixaPeca();
+  const bool written = Quantidade() > 0 && BaixaPeca();
   ZeraPeca();
+  // What follows is about the roll just written, which other stations' may have come after.
+  const bool selected = written && TbRolos.FindField("ORDEM") != nullptr && TbRolos.Locate("ORDEM", {OrdemBaixa});
+  if (Servicos().BuscaParametro("MAL", 60) == "S" && selected == written) AbreDefeitos();
+  if (written && Servicos().BuscaParametro("MAL", 50) == "S") ImprimeEtiquetaDaBaixa(selected);
+  VoltaParaPesagem();
 }
 
 void TfmMovBaiTec::ZeraPeca() {
   EdtQtde.SetNumber(0);
   EdtPecas.SetNumber(0);
   EdtBarra.Clear();
+}
+
+// Whatever comes of the register, the label is still to be printed and the next roll waits.
+void TfmMovBaiTec::AbreDefeitos() {
+  try {
+    Site()->Press(BtnDefeitos);
+  } catch (const host::Abort&) {
+    return;
+  } catch (const std::exception& error) {
+    Warn(std::string("O cadastro de defeitos não pôde ser aberto.\n") + error.what());
+  }
+}
+
+void TfmMovBaiTec::VoltaParaPesagem() {
   if (CbBarra.Checked()) {
     EdtBarra.SetFocus();
   } else {
@@ -129,10 +148,10 @@ void TfmMovBaiTec::ConfereCadastros() {
   }
 }
 
-void TfmMovBaiTec::BaixaPeca() {
+bool TfmMovBaiTec::BaixaPeca() {
   const double net = ConferePeso(PesoLiquido());
   BaixaFios(net);
-  GravaPeca(net);
+  return GravaPeca(net);
 }
 
 double TfmMovBaiTec::Quantidade() const { return host::RoundTo(EdtQtde.Number(), 3); }
@@ -197,7 +216,7 @@ bool TfmMovBaiTec::EscolheFios(yarn::YarnWriteOff& yarn, host::Screen& screen) {
   return SituacaoFios == yarn::kYarnConsumed;
 }
 
-void TfmMovBaiTec::GravaPeca(double net) {
+bool TfmMovBaiTec::GravaPeca(double net) {
   RollRow roll;
   roll.order = Ordem();
   roll.number = OrdemBaixa;
@@ -223,7 +242,7 @@ void TfmMovBaiTec::GravaPeca(double net) {
     Banco().RollbackTo(yarn::kBeforeRoll);
     record_.LogFailure(roll);
     Warn("Erro na Gravação da Baixa\n" + text);
-    return;
+    return false;
   }
   last_net_ = net;
   try {
@@ -232,6 +251,7 @@ void TfmMovBaiTec::GravaPeca(double net) {
     // The roll is written and stays; only the lists are behind.
     Warn(std::string("A baixa foi gravada, mas a ordem não pôde ser carregada novamente.\n") + error.what());
   }
+  return true;
 }
 
 }  // namespace writeoff
