@@ -60,7 +60,7 @@ function line(words, x, y, room, height, right) {
 }
 
 const caption = (words, x, y) => line(words, x, y, 200, 18);
-const rule = (y) => "^FO" + LEFT + "," + y + "^GB" + (RIGHT - LEFT) + ",2,2^FS\n";
+const ruleAt = (y) => "^FO" + LEFT + "," + y + "^GB" + (RIGHT - LEFT) + ",2,2^FS\n";
 
 // --- what the label tells --------------------------------------------------------------------------------------------
 
@@ -171,21 +171,21 @@ function rollLabel(roll) {
     line(info.company, LEFT, 12, 350, 28) +
     line(joined("Ordem", roll.NUMERO), 376, 10, 236, 34, true) +
     line("ROLO " + ZeroE(plain(roll.ORDEM), "3"), 622, 8, RIGHT - 622, 40, true) +
-    rule(50) +
+    ruleAt(50) +
     line(roll.DESCRICAO, LEFT, 60, 620, 46) +
     line(roll.CODIGO, LEFT, 110, 200, 36) +
     line(joined("Cor", roll.COR, about.colour), LEFT + 212, 110, 408, 36) +
     line(about.make, LEFT, 150, 620, 22) +
     lotAndWeight(scanned, 656, 48) +
-    rule(178) +
+    ruleAt(178) +
     caption(kilograms ? "PESO LÍQUIDO" : "QUANTIDADE", LEFT, 184) +
     line(joined(weight, about.unit.toLowerCase()), LEFT, 202, 370, 78) +
     "^FO396,178^GB2,108,2^FS\n" +
     caption("LOTE", 408, 184) +
     line(roll.LOTE, 408, 202, RIGHT - 408, 78) +
-    rule(286) +
+    ruleAt(286) +
     details(roll) +
-    rule(342) +
+    ruleAt(342) +
     caption("DEFEITOS", LEFT, 348) +
     found.map((words, at) => line(words, 128, 346 + 24 * at, RIGHT - 128, 22)).join("") +
     bars(roll, about) +
