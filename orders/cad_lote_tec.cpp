@@ -12,6 +12,8 @@ TfmCadLoteTec::TfmCadLoteTec(host::Host& host)
       store_(host),
       watch_(host, store_),
       search_(host),
+      report_(host),
+      labels_(host),
       fabrics_(host),
       explosion_(host, TbFios),
       stock_(host, TbFios, TbEstoque),
@@ -20,6 +22,7 @@ TfmCadLoteTec::TfmCadLoteTec(host::Host& host)
   WireInputs();
   WireSearch();
   WireDatasets();
+  WirePaper();
   TbFios.SetIndex("Codigo;Cor");
   GrdFios.SetReadOnly(true);
 }
@@ -71,11 +74,11 @@ void TfmCadLoteTec::PlaceOnPages() {
       0, {&LblAPeriodo, &EdtADe,      &EdtAAte,      &EdtAMalharia, &LblAMalharia, &EdtAPrazo,     &LblAPrazo,
           &EdtAMaquina, &LblAMaquina, &EdtAMaterial, &LblAMaterial, &EdtAFicha,    &EdtAFluxo,     &LblAFluxo,
           &EdtACor,     &LblACor,     &EdtAPedido,   &RgASituacao,  &EdtAObs,      &BtnAConsultar, &DBGrid1});
-  PageControl1.Place(1, {&EdtNumero,    &EdtMalharia, &LblMalharia, &EdtData,      &EdtFicha,    &EdtPrazo,
-                         &LblPrazo,     &EdtMaquina,  &LblMaquina,  &EdtPonto,     &EdtFluxo,    &LblFluxo,
-                         &EdtRPM,       &EdtDeposito, &LblDeposito, &PageControl2, &GrdFios,     &EdtFilDeposito,
-                         &EdtFilLote,   &EdtFilLocal, &GrdEstoque,  &BtnIncluir,   &BtnGravar,   &BtnExcluir,
-                         &BtnConsultar, &BtnDuplicar, &BtnFechar,   &SpeedButton1, &SpeedButton4});
+  PageControl1.Place(1, {&EdtNumero,    &EdtMalharia, &LblMalharia, &EdtData,      &EdtFicha,     &EdtPrazo,
+                         &LblPrazo,     &EdtMaquina,  &LblMaquina,  &EdtPonto,     &EdtFluxo,     &LblFluxo,
+                         &EdtRPM,       &EdtDeposito, &LblDeposito, &PageControl2, &GrdFios,      &EdtFilDeposito,
+                         &EdtFilLote,   &EdtFilLocal, &GrdEstoque,  &BtnIncluir,   &BtnGravar,    &BtnExcluir,
+                         &BtnConsultar, &BtnDuplicar, &BtnImprimir, &BtnFechar,    &SpeedButton1, &SpeedButton4});
   PageControl2.Place(0, {&DBGrid6});
   PageControl2.Place(1, {&EdtObs});
   BtnIncluir.Shortcut = host::Key::kF2;

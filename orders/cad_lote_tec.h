@@ -10,12 +10,15 @@
 #include "host/kit/dataset.h"
 #include "host/kit/grid.h"
 #include "host/kit/lookup.h"
+#include "host/kit/report.h"
 #include "host/kit/screen.h"
 #include "orders/fabric_rules.h"
 #include "orders/fields.h"
+#include "orders/order_report.h"
 #include "orders/order_search.h"
 #include "orders/order_store.h"
 #include "orders/order_watch.h"
+#include "orders/roll_labels.h"
 #include "orders/yarn_explosion.h"
 #include "orders/yarn_reservation.h"
 #include "orders/yarn_stock.h"
@@ -86,6 +89,21 @@ class TfmCadLoteTec : public host::Screen {
   void BuscaCores();
   /// False when the fabric has a composition, but none for this colour.
   bool ExisteComposicao(std::string_view material, std::string_view cor) const;
+
+  // --- paper and labels: cad_lote_tec_paper.cpp -----------------------------------------------------------------
+  /// Prints the order as it is stored, after a question when the screen has changes that are not. The screen shows the
+  /// same afterwards. Throws InputError when the report cannot be printed.
+  void BtnImprimirClick();
+  /// Lists the rolls to expect from the printed order in TbRolos.
+  void Gera_Itens();
+  void PopupMenu1Popup();
+  /// Asks for metres and puts their weight into the quantity of the item.
+  void CalcularMetros1Click();
+  /// Asks how many labels the item shall have.
+  void GerarEtiquetas1Click();
+  /// Makes that many empty stock rows for the item of the stored order, in the place of the ones it has; their lots are
+  /// the rolls' labels. Nothing is written when it refuses.
+  void GeraEtiquetas(int quantidade);
 
   // --- yarn and stock ---------------------------------------------------------------------------------------------
   /// Adds the yarns that a fabric needs to TbFios.
@@ -165,10 +183,20 @@ class TfmCadLoteTec : public host::Screen {
   host::Button BtnExcluir{*this, "BtnExcluir", "&Excluir", [this] { BtnExcluirClick(); }};
   host::Button BtnConsultar{*this, "BtnConsultar", "Consultar", [this] { BtnConsultarClick(); }};
   host::Button BtnDuplicar{*this, "BtnDuplicar", "&Duplicar", [this] { BitBtn5Click(); }};
+  host::Button BtnImprimir{*this, "BtnImprimir", "&Imprimir", [this] { BtnImprimirClick(); }};
   host::Button BtnFechar{*this, "BtnFechar", "&Fechar", [this] { BtnFecharClick(); }};
   // Last, so that Enter in the number goes on to the mill.
   host::Button SpeedButton1{*this, "SpeedButton1", "Ordem anterior da consulta", [this] { SpeedButton1Click(); }};
   host::Button SpeedButton4{*this, "SpeedButton4", "Próxima ordem da consulta", [this] { SpeedButton4Click(); }};
+
+  host::PopupMenu PopupMenu1{*this, "PopupMenu1"};
+
+  // What the layout of the order reads, beside TbFios; there while it is printed.
+  host::Dataset QryRelatorio{*this, "QryRelatorio"};
+  host::Dataset QryRaport{*this, "QryRaport"};
+  host::Dataset TbRolos{*this, "TbRolos", RollFields()};
+  host::Report RvTecelagem{*this, "RvTecelagem"};  // graphic
+  host::Report prTxReport{*this, "prTxReport"};    // text
 
   host::TPesquisa PqAMalharia{*this, "PqAMalharia", "ENTIDADE", "CODCLI"};
   host::TPesquisa PqAPrazo{*this, "PqAPrazo", "TABPRZ", "PRAZO"};
@@ -199,10 +227,13 @@ class TfmCadLoteTec : public host::Screen {
     int& depth_;
   };
 
+  class Printing;
+
   void PlaceOnPages();
   void WireInputs();
   void WireSearch();
   void WireDatasets();
+  void WirePaper();
   void ProposePeriod();
   void TakeNumberOfList();
   void Serve(host::Edit& input, host::TPesquisa& lookup);
@@ -231,6 +262,12 @@ class TfmCadLoteTec : public host::Screen {
   std::vector<OrderItem> ItemsOnScreen() const;
   void StoreReservationsAndOrder();
 
+  void ReadPrintedOrder();
+  void ExplodePrintedOrder();
+  void ReadStitchPatterns();
+  LabelledItem ItemForLabels();
+  void WriteLabels(const LabelledItem& item, bool replace, int count);
+
   void LeaveCode();
   void LeaveColour();
   void KeepKeyOfWrittenOff(std::string_view remembered, std::string_view typed);
@@ -241,6 +278,8 @@ class TfmCadLoteTec : public host::Screen {
   OrderStore store_;
   OrderWatch watch_;
   OrderSearch search_;
+  OrderReport report_;
+  RollLabels labels_;
   FabricRules fabrics_;
   YarnExplosion explosion_;
   YarnStock stock_;

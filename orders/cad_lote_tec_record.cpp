@@ -1,5 +1,4 @@
 // The order as a record: load, save, delete, duplicate, clear.
-#include "host/decimal.h"
 #include "host/errors.h"
 #include "orders/cad_lote_tec.h"
 
@@ -101,10 +100,7 @@ void TfmCadLoteTec::AppendItem(const host::TTIQuery& order) {
   TbItens["Observacao"].Set(order.FieldByName("OBS_MAT"));
   TbItens["CodAnt"].Set(order.FieldByName("CODIGO"));
   TbItens["CorAnt"].Set(order.FieldByName("COR"));
-  const double quantity = TbItens["Qtde"].AsFloat();
-  const double per_roll = TbItens["KgRolo"].AsFloat();
-  const bool counted = quantity > 0 && per_roll > 0;
-  TbItens["Qtde_Rolo"].Set(counted ? host::Value(host::RoundTo(quantity / per_roll, 0)) : host::Value(0));
+  TbItens["Qtde_Rolo"].Set(ExpectedRolls(TbItens["Qtde"].AsFloat(), TbItens["KgRolo"].AsFloat()));
   TbItens.Post();
 }
 

@@ -207,4 +207,14 @@ std::vector<GridColumn> SearchColumns() {
           Shown("PERIODO", "Prazo", 7)};
 }
 
+std::vector<FieldDef> RollFields() {
+  return {{"Numero", kText, 8}, {"NR", kText, 4}, {"Codigo", kText, 15}, {"Cor", kText, 6}};
+}
+
+std::vector<FieldDef> StitchFields() {
+  return {{"MATERIAL", kText, 15},   {"COR", kText, 6},    {"ORDEM", kInteger}, {"CODIGO", kText, 15},
+          {"DESCRICAO", kText},      {"COR_I", kText, 6},  {"DESC_COR", kText}, {"MILIMETROS", kFloat},
+          {"ALIMENTADORES", kFloat}, {"OBSERVACAO", kText}};
+}
+
 }  // namespace orders

@@ -23,4 +23,10 @@ std::vector<host::GridColumn> SearchColumns();
 std::vector<host::FieldDef> StockFields();
 std::vector<host::GridColumn> StockColumns();
 
+/// One row per roll that an order lets expect.
+std::vector<host::FieldDef> RollFields();
+
+/// One row per line of a stitch pattern; the names are those of its query.
+std::vector<host::FieldDef> StitchFields();
+
 }  // namespace orders
