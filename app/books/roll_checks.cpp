@@ -11,27 +11,34 @@ namespace {
 // PECAS, FIOS: rolls and yarn records. ESPERADO: what they must have moved, in the stock's unit: rolls are recorded by
 // weight and stocked in metres or pieces where the fabric is (by the weight per unit that its register has now).
 // FOLGA: what rounding each roll to six decimals may make of that.
+//
+// A roll that is taken back leaves stock by its weight, also where it came in by metre or piece, and the difference
+// stays in the lot. So what seems off is looked at once more: in a lot of such a fabric (its first movement brought
+// something in, that of yarn took something out) each kilogram that left (SAIU) stands for 1 / PESO units.
 std::string RollsAndMovements() {
   const std::string tolerance = std::string(kTolerance) + " + SUM(FOLGA)";
   return R"(
 SELECT K.*, (SELECT COUNT(*) FROM {TECEL_ITEN} I WHERE I.NUMERO = K.NUMERO AND I.CODIGO = K.CODIGO) AS ITENS
 FROM (
   SELECT NUMERO, CODIGO, COR, DEPOSITO, LOTE, MIN(PECA) AS PECA, SUM(PECAS) AS PECAS, SUM(FIOS) AS FIOS,
-    SUM(ESPERADO) AS ESPERADO, SUM(ENTRADAS) AS ENTRADAS, SUM(SAIDAS) AS SAIDAS, SUM(MOVIDO) AS MOVIDO
+    SUM(ESPERADO) AS ESPERADO, SUM(ENTRADAS) AS ENTRADAS, SUM(SAIDAS) AS SAIDAS, SUM(MOVIDO) AS MOVIDO,
+    SUM(SAIU) AS SAIU, MIN(ENTROU_EM) AS ENTROU_EM, MIN(SAIU_EM) AS SAIU_EM, )" +
+         tolerance + R"( AS FOLGA
   FROM (
     SELECT B.NUMERO, B.CODIGO, B.COR, COALESCE(B.DEPOSITO, '') AS DEPOSITO, COALESCE(B.LOTE, '') AS LOTE,
       B.ORDEM AS PECA, 1 AS PECAS, 0 AS FIOS,
       IIF(UPPER(M.UNIDADE) IN ('PC', 'UN', 'MT') AND M.PESO > 0, B.QTDE / M.PESO, B.QTDE) AS ESPERADO,
       IIF(UPPER(M.UNIDADE) IN ('PC', 'UN', 'MT') AND M.PESO > 0, 0.000001e0 / M.PESO, 0e0) + 0.000001e0 AS FOLGA,
-      0 AS ENTRADAS, 0 AS SAIDAS, 0e0 AS MOVIDO
+      0 AS ENTRADAS, 0 AS SAIDAS, 0e0 AS MOVIDO, 0e0 AS SAIU, NULL AS ENTROU_EM, NULL AS SAIU_EM
     FROM {TECELB} B LEFT JOIN {MATERIAL} M ON M.CODIGO = B.CODIGO
     UNION ALL
     SELECT NUMERO, CODIGO, COALESCE(COR, ''), COALESCE(DEPOSITO, ''), COALESCE(LOTE, ''),
-      NULL, 0, 1, -QTDE, 0e0, 0, 0, 0e0
+      NULL, 0, 1, -QTDE, 0e0, 0, 0, 0e0, 0e0, NULL, NULL
     FROM {BAIXA_FIO}
     UNION ALL
     SELECT COALESCE(DOCUMENTO, ''), CODIGO, COR, DEPOSITO, LOTE,
-      NULL, 0, 0, 0e0, 0e0, IIF(SAIDA = 'S', 0, 1), IIF(SAIDA = 'S', 1, 0), IIF(SAIDA = 'S', -QTDE, QTDE)
+      NULL, 0, 0, 0e0, 0e0, IIF(SAIDA = 'S', 0, 1), IIF(SAIDA = 'S', 1, 0), IIF(SAIDA = 'S', -QTDE, QTDE),
+      IIF(SAIDA = 'S', QTDE, 0e0), IIF(SAIDA = 'S', NULL, ID), IIF(SAIDA = 'S', ID, NULL)
     FROM {MAT_MOV} WHERE TIPO_DOC = 'BT')
   GROUP BY NUMERO, CODIGO, COR, DEPOSITO, LOTE
   HAVING SUM(PECAS) - SUM(FIOS) <> SUM(ENTRADAS) - SUM(SAIDAS)
@@ -39,6 +46,11 @@ FROM (
          tolerance + R"(
     OR SUM(MOVIDO) - SUM(ESPERADO) > )" +
          tolerance + R"( + IIF(SUM(PECAS) = 0, 0.01e0 * SUM(SAIDAS), 0e0)) K
+LEFT JOIN {MATERIAL} M ON M.CODIGO = K.CODIGO
+WHERE K.PECAS - K.FIOS <> K.ENTRADAS - K.SAIDAS OR K.SAIDAS = 0 OR K.ENTROU_EM IS NULL
+  OR K.SAIU_EM < K.ENTROU_EM OR M.PESO IS NULL
+  OR M.PESO <= 0 OR UPPER(M.UNIDADE) NOT IN ('PC', 'UN', 'MT')
+  OR ABS(K.MOVIDO - K.ESPERADO - K.SAIU * (1 / M.PESO - 1)) > K.FOLGA + 0.000001e0 * K.SAIDAS * (1 + 1 / M.PESO)
 ORDER BY K.NUMERO, K.CODIGO, K.COR, K.DEPOSITO, K.LOTE)";
 }
 
