@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/equipment.h"
+#include "app/printing/barcode.h"
 #include "host/value.h"
 
 class QPagedPaintDevice;
@@ -61,24 +62,12 @@ struct BoxItem {
   double radius = 0;
 };
 
-/// A dark bar or square of a bar code.
-struct Bar {
-  double x = 0;
-  double y = 0;
-  double width = 0;
-  double height = 0;
-};
-
-/// The bars fill whole dots of a printer of `dpi`. The line for human readers is a text item of its own.
+/// A bar code on the page, in whole dots of the printer that it was made for. The line for human readers is a text item
+/// of its own.
 struct BarcodeItem {
   std::string kind;
   std::string value;
-  double x = 0;
-  double y = 0;
-  double width = 0;  // of the symbol with its quiet zones
-  double height = 0;
-  int dpi = 203;
-  std::vector<Bar> bars;
+  PlacedBarcode symbol;
 };
 
 /// Drawn in this order; what stands later in a list covers what stands before it.

@@ -1,0 +1,23 @@
+// Rows that are drawn as blocks of their own.
+#include "app/printing/block_reader.h"
+#include "app/printing/flow.h"
+#include "app/printing/group_walk.h"
+
+namespace app::printing {
+
+void FlowDetail(const Detail& detail, int line, FlowContext& context) {
+  RowSource& rows = *detail.rows;
+  GroupWalk walk(detail.group, rows, context.engine, line);
+  for (std::size_t row = 0; row < rows.Size(); ++row) {
+    walk.GoTo(row);
+    if (detail.group && walk.Begins()) {
+      Strip header = GroupHeader(*detail.group, row, rows, context.base, line, context);
+      if (header.height > 0) context.sink.Add(std::move(header));
+    }
+    const QJSValue blocks =
+        context.engine.Call(detail.band, {rows.ScriptRow(row), QJSValue(static_cast<int>(row))}, line);
+    FlowBlocks(BlocksOf(blocks), context);
+  }
+}
+
+}  // namespace app::printing

@@ -1,0 +1,59 @@
+#include "app/printing/group_walk.h"
+
+#include <utility>
+
+#include "app/printing/block_reader.h"
+#include "app/printing/fonts.h"
+#include "app/printing/script_options.h"
+
+namespace app::printing {
+
+GroupWalk::GroupWalk(const std::optional<Grouping>& grouping, RowSource& rows, LayoutEngine& engine, int line)
+    : grouping_(grouping), rows_(rows), engine_(engine), line_(line) {
+  if (grouping_ && !grouping_->field.empty()) field_ = rows_.Find(grouping_->field);
+}
+
+std::string GroupWalk::KeyOf(std::size_t row) {
+  if (!grouping_) return {};
+  if (!grouping_->field.empty()) return rows_.At(row, field_).AsText();
+  const QJSValue key = engine_.Call(grouping_->key, {rows_.ScriptRow(row)}, line_);
+  return PrintedText(key, "a chave do grupo").toStdString();
+}
+
+void GroupWalk::GoTo(std::size_t row) {
+  const bool first = row == 0;
+  const std::string before = std::exchange(key_, first ? KeyOf(0) : next_key_);
+  begins_ = first || before != key_;
+  const bool last = row + 1 == rows_.Size();
+  next_key_ = last ? std::string() : KeyOf(row + 1);
+  ends_ = last || next_key_ != key_;
+}
+
+Strip GroupHeader(const Grouping& grouping, std::size_t row, RowSource& rows, const TextStyle& style, int line,
+                  FlowContext& context) {
+  constexpr double kAir = 1;  // millimetres above and below a text
+  Strip strip;
+  strip.keep_with_next = true;
+  if (grouping.header.isUndefined()) return strip;
+  const QJSValue header = context.engine.Call(grouping.header, {rows.ScriptRow(row)}, line);
+  if (header.isObject()) {
+    strip.height = PlaceItems(ItemsOf(header, "\"header\" de \"group\""), context.Room(), strip.items);
+    return strip;
+  }
+  TextStyle bold = style;
+  bold.bold = true;
+  const std::uint32_t index = context.measure.StyleIndex(bold);
+  const QString text = PrintedText(header, "o texto de \"header\" de \"group\"");
+  double y = kAir;
+  for (const QString& text_line : context.measure.Lines(index, text, context.width)) {
+    if (!text_line.isEmpty()) {
+      strip.items.texts.push_back(LineOfText(context.measure, index, text_line.toStdString(), context.left, y,
+                                             context.width, TextAlign::kLeft));
+    }
+    y += LineHeight(bold.size);
+  }
+  strip.height = y + kAir;
+  return strip;
+}
+
+}  // namespace app::printing
