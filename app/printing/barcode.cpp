@@ -244,6 +244,16 @@ Barcode EncodeBarcode(std::string_view kind, std::string_view value) {
   return code;
 }
 
+bool CanEncode(std::string_view kind, std::string_view value) {
+  (void)KindNamed(kind, value);
+  try {
+    (void)EncodeBarcode(kind, value);
+    return true;
+  } catch (const host::InputError&) {
+    return false;
+  }
+}
+
 PlacedBarcode PlaceBarcode(const Barcode& code, const BarcodeRoom& room) {
   if (!Sensible(room)) Refuse(code.kind, code.value, "tamanho, posição ou dpi sem sentido");
   const double text_height = code.text.empty() ? 0 : room.text_height;

@@ -41,6 +41,9 @@ struct Barcode {
 /// and for a value that the kind cannot hold.
 Barcode EncodeBarcode(std::string_view kind, std::string_view value);
 
+/// Whether EncodeBarcode takes the value. Throws host::InputError for an unknown kind.
+bool CanEncode(std::string_view kind, std::string_view value);
+
 /// The modulo-10 check digit of a GTIN's other digits (7 to 17 of them). Throws host::InputError for anything else.
 char CheckDigit(std::string_view digits);
 
