@@ -78,9 +78,11 @@ TEST_F(Keyboard, F6GoesToTheItemsAndBackToTheQuantity) {
   ASSERT_EQ(Press(Key::kF7), ActResult::kDone);
   EXPECT_EQ(Focused(), "EdtQtde");
   const auto hints = Screen().KeyHints();
-  ASSERT_EQ(hints.size(), 1u);
+  ASSERT_EQ(hints.size(), 2u);
   EXPECT_EQ(hints[0].key, Key::kF6);
   EXPECT_EQ(hints[0].text, "Itens");
+  EXPECT_EQ(hints[1].key, Key::kF10);
+  EXPECT_EQ(hints[1].text, "Balança");
 }
 
 TEST_F(Keyboard, DownOnTheLastItemStaysOnIt) {
