@@ -15,6 +15,8 @@ struct EmbeddedFile {
 std::span<const EmbeddedFile> SchemaFiles();
 /// Files of demo/*.csv and demo/*.js, ordered by name.
 std::span<const EmbeddedFile> DemoFiles();
+/// Files of app/cli/print/*.js, ordered by name: what a person does to print the report of that name.
+std::span<const EmbeddedFile> PrintScripts();
 /// Files of layouts/*.js, ordered by name.
 std::span<const EmbeddedFile> LayoutFiles();
 

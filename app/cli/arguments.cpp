@@ -68,6 +68,33 @@ void AddOptions(CLI::App& command, Arguments& arguments, std::string& password, 
       "Envia os comandos ao banco como foram escritos, sem reaproveitá-los");
 }
 
+void AddPrintOptions(CLI::App& print, Arguments& arguments) {
+  AddArgument(print, "RELATORIO", arguments.report, "Nome do relatório: WTecLoteCad (ordem) ou WEtqTecRolo (rolo)");
+  print.option_defaults()->group("Opções");
+  print.add_option("--order", arguments.order, "Número da ordem de tecelagem")->required()->option_text("NUMERO");
+  print.add_option("--roll", arguments.roll, "Rolo da ordem, para a etiqueta WEtqTecRolo")
+      ->check(CLI::PositiveNumber)
+      ->option_text("N");
+  print.add_flag(
+      "--text", [&arguments](std::int64_t) { arguments.text = true; },
+      "Em texto, na linguagem da impressora de etiquetas, em vez de páginas");
+  print.add_option("--pdf", arguments.pdf, "Grava as páginas neste arquivo PDF")->option_text("ARQUIVO");
+  print.add_option("--output", arguments.output, "Grava o que sai neste arquivo: páginas em PDF, ou o texto como é")
+      ->option_text("ARQUIVO");
+  print
+      .add_option("--to", arguments.to,
+                  "Imprime em: uma impressora pelo nome, fila:NOME, dispositivo:/dev/usb/lp0, rede:HOST:9100")
+      ->option_text("DESTINO");
+}
+
+void CheckOneTarget(const Arguments& arguments) {
+  int targets = 0;
+  for (const std::string* target : {&arguments.pdf, &arguments.output, &arguments.to})
+    targets += target->empty() ? 0 : 1;
+  if (targets == 0) throw UsageError{std::string("falta dizer para onde: --pdf, --output ou --to") + kSeeHelp};
+  if (targets > 1) throw UsageError{std::string("--pdf, --output e --to não andam juntos") + kSeeHelp};
+}
+
 // What the library says in English, told as one Portuguese line.
 std::string Explain(const CLI::ParseError& error) {
   std::string text = error.what();
@@ -119,6 +146,7 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
   CLI::App* demo = AddCommand(app, "demo", "Cria um banco de dados com uma tecelagem de demonstração");
   CLI::App* import = AddCommand(app, "import", "Lê um arquivo CSV para uma tabela: tudo ou nada");
   CLI::App* script = AddCommand(app, "script", "Faz o trabalho de uma pessoa nas telas, escrito em JavaScript");
+  CLI::App* print = AddCommand(app, "print", "Imprime um relatório sem janelas: PDF, arquivo ou impressora");
   CLI::App* check = AddCommand(app, "check", "Confere os livros e nomeia cada linha que não fecha");
   CLI::App* version = AddCommand(app, "version", "Mostra a versão do programa e do módulo das telas");
   AddArgument(*import, "TABELA", arguments.table, "Nome da tabela, sem o sufixo da empresa (MATERIAL)");
@@ -127,9 +155,12 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
   AddOptions(*desktop, arguments, password, true);
   desktop->add_flag(
       "--ask", [&arguments](std::int64_t) { arguments.ask = true; }, "Usuário e senha são só propostos");
-  for (CLI::App* command : {init, demo, import, script, check}) AddOptions(*command, arguments, password, false);
+  AddPrintOptions(*print, arguments);
+  for (CLI::App* command : {init, demo, import, script, print, check}) AddOptions(*command, arguments, password, false);
   script->add_option("--timeout", arguments.timeout, "Termina o script que passar deste tempo (padrão: sem limite)")
       ->option_text("SEGUNDOS");
+  script->add_option("--jobs", arguments.jobs, "Pasta que fica com o que o script imprime (padrão: some no fim)")
+      ->option_text("PASTA");
 
   const std::string unknown = UnknownCommand(app, count, values);
   if (!unknown.empty()) throw UsageError{"comando desconhecido: " + unknown + kSeeHelp};
@@ -148,11 +179,12 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
   const CLI::App* chosen = app.get_subcommands().front();
   for (const Entry& entry :
        {Entry{desktop, Command::kDesktop}, Entry{init, Command::kInit}, Entry{demo, Command::kDemo},
-        Entry{import, Command::kImport}, Entry{script, Command::kScript}, Entry{check, Command::kCheck},
-        Entry{version, Command::kVersion}}) {
+        Entry{import, Command::kImport}, Entry{script, Command::kScript}, Entry{print, Command::kPrint},
+        Entry{check, Command::kCheck}, Entry{version, Command::kVersion}}) {
     if (entry.command == chosen) arguments.command = entry.kind;
   }
-  for (CLI::App* command : {desktop, init, demo, import, script, check}) {
+  if (arguments.command == Command::kPrint) CheckOneTarget(arguments);
+  for (CLI::App* command : {desktop, init, demo, import, script, print, check}) {
     if (command != chosen) continue;
     if (command->count("--password") > 0) arguments.password = password;
     arguments.user_given = command->count("--user") > 0;

@@ -6,7 +6,7 @@
 
 namespace app::cli {
 
-enum class Command { kDesktop, kInit, kDemo, kImport, kScript, kCheck, kVersion };
+enum class Command { kDesktop, kInit, kDemo, kImport, kScript, kPrint, kCheck, kVersion };
 
 struct Arguments {
   Command command = Command::kDesktop;
@@ -15,9 +15,17 @@ struct Arguments {
   std::optional<std::string> password;  // nothing when it was neither given nor in the environment
   std::string company = "001";
   bool statement_cache = true;
-  std::string table;        // import: logical name
-  std::string file;         // import, script
-  double timeout = 0;       // script: seconds, 0 for no limit
+  std::string table;   // import: logical name
+  std::string file;    // import, script
+  double timeout = 0;  // script: seconds, 0 for no limit
+  std::string jobs;    // script: folder for what is printed; empty for one that goes at the end
+  std::string report;  // print: its name
+  std::string order;   // print: number
+  int roll = 0;        // print: of the order, from 1; 0 when none was named
+  bool text = false;   // print: print type text
+  std::string pdf;     // print: exactly one of these three is not empty
+  std::string output;
+  std::string to;
   bool user_given = false;  // the user was named on the command line
   bool ask = false;         // desktop: user and password are only proposed
 };

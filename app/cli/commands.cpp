@@ -15,9 +15,11 @@
 
 #include "app/application.h"
 #include "app/books/check.h"
-#include "app/cli/library.h"
+#include "app/cli/jobs_folder.h"
 #include "app/cli/module_loader.h"
+#include "app/cli/print.h"
 #include "app/cli/terminal.h"
+#include "app/cli/windows_library.h"
 #include "app/desktop/desktop.h"
 #include "app/firebird/attachment.h"
 #include "app/mill/import.h"
@@ -102,10 +104,13 @@ int Script(const Arguments& arguments) {
   const std::string source = ReadFile(arguments.file);
   // The module first: without screens the database is not even opened.
   const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
+  const JobsFolder jobs(arguments.jobs);
+  const auto equipment = NewCommandEquipment("arquivo:" + jobs.Path());
   ScriptedPerson person;
   ApplicationOptions options;
   options.connect = Connection(arguments);
   options.user = arguments.user;
+  options.equipment = equipment.get();
   const auto application = Application::Start(options, module.Get(), person);
   CheckPerson(application->GetDatabase(), arguments);
   const double seconds = std::min(arguments.timeout, kLongestTimeout);
@@ -113,6 +118,23 @@ int Script(const Arguments& arguments) {
   const auto result = script::Run(*application, person, source, {arguments.file, timeout, std::cout, std::cerr});
   if (!result.ok) std::cerr << result.error << std::endl;
   return result.ok ? 0 : 1;
+}
+
+int PrintReport(const Arguments& arguments) {
+  CheckPrintable(arguments);
+  const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
+  const auto equipment = NewCommandEquipment(PrintTo(arguments));
+  ScriptedPerson person;
+  ApplicationOptions options;
+  options.connect = Connection(arguments);
+  options.user = arguments.user;
+  options.equipment = equipment.get();
+  const auto application = Application::Start(options, module.Get(), person);
+  CheckPerson(application->GetDatabase(), arguments);
+  for (const PrintJob& job : Print(*application, person, arguments)) {
+    std::cout << job.report << ": " << (job.file.empty() ? job.destination : job.file) << std::endl;
+  }
+  return 0;
 }
 
 int Check(const Arguments& arguments) {
@@ -147,10 +169,7 @@ int Desktop(const Arguments& arguments) {
   if (arguments.user_given) options.user = arguments.user;
   options.signed_in = arguments.user_given && arguments.password.has_value() && !arguments.ask;
   options.version = TECELAGEM_VERSION;
-  // Not unloaded again: the toolkit leaves work for the end of the process.
-  static const auto* const kLibrary =
-      new Library(Library::Open("A biblioteca das janelas", Library::BesideProgram("tecelagem-windows")));
-  const auto run = reinterpret_cast<windows::Entry>(kLibrary->Find(windows::kEntry));
+  const auto run = reinterpret_cast<windows::Entry>(WindowsLibrary().Find(windows::kEntry));
   return run(&options, &module.Get());
 }
 
@@ -176,6 +195,8 @@ int Carry(const Arguments& arguments) {
       return Import(arguments);
     case Command::kScript:
       return Script(arguments);
+    case Command::kPrint:
+      return PrintReport(arguments);
     case Command::kCheck:
       return Check(arguments);
     case Command::kVersion:

@@ -9,6 +9,7 @@
 #include "app/desktop/entrance.h"
 #include "app/desktop/error_box.h"
 #include "app/desktop/main_window.h"
+#include "app/desktop/printing/desktop_equipment.h"
 #include "app/desktop/settings.h"
 #include "app/desktop/text.h"
 #include "app/desktop/theme.h"
@@ -44,7 +45,8 @@ std::string SettingsFile(const DesktopOptions& options) {
 void Work(const DesktopOptions& options, const host::Module& module) {
   // Read only: the program, once started, keeps the settings in the same file.
   services::FileUserSettings settings(SettingsFile(options));
-  Entrance entrance(options, module, settings, DataFolder());
+  DesktopEquipment equipment;
+  Entrance entrance(options, module, settings, DataFolder(), &equipment);
   for (;;) {
     WindowPerson person;
     const std::unique_ptr<Application> application = entrance.Enter(person);

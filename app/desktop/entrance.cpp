@@ -24,8 +24,8 @@ bool IsThere(const std::string& database) {
 }  // namespace
 
 Entrance::Entrance(const DesktopOptions& options, const host::Module& module, host::UserSettings& settings,
-                   QString folder)
-    : options_(options), module_(module), folder_(std::move(folder)) {
+                   QString folder, Equipment* equipment)
+    : options_(options), module_(module), folder_(std::move(folder)), equipment_(equipment) {
   FindDatabase(settings);
   if (options_.user.empty()) options_.user = settings.Read(kSettingsKey, kEntrySection, kUserName).value_or("");
 }
@@ -89,6 +89,7 @@ std::unique_ptr<Application> Entrance::Start(const std::string& name, const std:
   ApplicationOptions start;
   start.connect = options_.connect;
   start.settings_file = options_.settings_file;
+  start.equipment = equipment_;
   if (firebird::IsServerPath(start.connect.database)) {
     // The server asks for the password; its users are the program's, by their names in capitals.
     start.connect.user = name;

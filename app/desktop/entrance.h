@@ -15,8 +15,10 @@ namespace app::desktop {
 class Entrance {
  public:
   /// `settings` tells the database and the user of last time; `folder` is where the program keeps its databases.
-  /// `module` outlives the object.
-  Entrance(const DesktopOptions& options, const host::Module& module, host::UserSettings& settings, QString folder);
+  /// `module` and `equipment` outlive the object and the programs it starts; without equipment nothing is printed and
+  /// weighed.
+  Entrance(const DesktopOptions& options, const host::Module& module, host::UserSettings& settings, QString folder,
+           Equipment* equipment = nullptr);
 
   /// The program started for whoever signed in, acting before `person`; null when the person gave up.
   std::unique_ptr<Application> Enter(Person& person);
@@ -32,6 +34,7 @@ class Entrance {
   DesktopOptions options_;
   const host::Module& module_;
   QString folder_;
+  Equipment* equipment_;
 };
 
 }  // namespace app::desktop

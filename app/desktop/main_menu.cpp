@@ -45,11 +45,14 @@ void MainMenu::AddFile() {
   QMenu* file = AddMenu(QStringLiteral("&Arquivo"));
   connect(file->addAction(QStringLiteral("&Trocar usuário...")), &QAction::triggered, this,
           &MainMenu::ChangeUserWanted);
+  QAction* printers = file->addAction(QStringLiteral("&Impressoras..."));
+  printers->setObjectName(QStringLiteral("Impressoras"));
+  connect(printers, &QAction::triggered, this, &MainMenu::PrintersWanted);
   file->addSeparator();
   themes_ = new QActionGroup(this);
   AddChoice(*file, *themes_, QStringLiteral("Tema &claro"), static_cast<int>(Theme::kLight));
   AddChoice(*file, *themes_, QStringLiteral("Tema &escuro"), static_cast<int>(Theme::kDark));
-  AddChoice(*file, *themes_, QStringLiteral("Tema do s&istema"), static_cast<int>(Theme::kSystem));
+  AddChoice(*file, *themes_, QStringLiteral("Tema do &sistema"), static_cast<int>(Theme::kSystem));
   connect(themes_, &QActionGroup::triggered, this,
           [this](const QAction* action) { emit ThemeWanted(static_cast<Theme>(action->data().toInt())); });
   file->addSeparator();

@@ -36,6 +36,7 @@ class MainMenu : public QObject {
   void ChangeUserWanted();
   void ThemeWanted(Theme theme);
   void ModeWanted(ScreenArea::Mode mode);
+  void PrintersWanted();
   void QuitWanted();
   void KeysWanted();
   void AboutWanted();

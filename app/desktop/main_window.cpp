@@ -9,8 +9,10 @@
 
 #include "app/desktop/about.h"
 #include "app/desktop/main_menu.h"
+#include "app/desktop/message_boxes.h"
 #include "app/desktop/mnemonics.h"
 #include "app/desktop/modal_window.h"
+#include "app/desktop/printing/printers_dialog.h"
 #include "app/desktop/screen_area.h"
 #include "app/desktop/screen_window.h"
 #include "app/desktop/settings.h"
@@ -79,6 +81,10 @@ class MainWindow::Parts : public QObject {
 
   void ConnectMenu() {
     connect(menu_, &MainMenu::OpenWanted, this, [this](const QString& name) { area_->Open(FromQt(name)); });
+    connect(menu_, &MainMenu::PrintersWanted, this, [this] {
+      PrintersDialog dialog(application_, &window_);
+      RunBox(dialog);
+    });
     connect(menu_, &MainMenu::QuitWanted, &window_, &QWidget::close);
     connect(menu_, &MainMenu::ChangeUserWanted, this, [this] { window_.change_user_ = window_.close(); });
     connect(menu_, &MainMenu::ThemeWanted, this, [this](Theme theme) {
@@ -102,6 +108,15 @@ class MainWindow::Parts : public QObject {
     shell.run_modal = [this](host::Screen& screen) {
       QWidget* over = QApplication::activeModalWidget();
       RunModalScreen(station_, screen, over != nullptr ? over : &window_);
+    };
+    shell.device = [this](const std::function<void()>& act) {
+      // Whoever is in a box or a menu is not at the scale.
+      if (QApplication::activeModalWidget() != nullptr) return;
+      if (QApplication::activePopupWidget() != nullptr) return;
+      station_.Do([&act] {
+        act();
+        return host::ActResult::kDone;
+      });
     };
     shell.busy = [this](bool on, const QString& text) { status_->ShowBusy(on, text); };
     person_.SetShell(std::move(shell));

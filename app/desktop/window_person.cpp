@@ -99,6 +99,10 @@ void WindowPerson::ActOnModal(host::Screen& screen, host::Desk& /*desk*/) {
   if (shell_.run_modal) shell_.run_modal(screen);
 }
 
+void WindowPerson::ActForDevice(const std::function<void()>& act) {
+  if (shell_.device) shell_.device(act);
+}
+
 void WindowPerson::ScreenShown(host::Screen& screen) {
   if (shell_.show) shell_.show(screen);
 }

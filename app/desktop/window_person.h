@@ -21,6 +21,7 @@ class WindowPerson : public Person {
     std::function<void(host::Screen&)> show;       // open its window or bring it forward
     std::function<void(host::Screen&)> let_go;     // its window goes now
     std::function<void(host::Screen&)> run_modal;  // shows it as a dialog and returns when it asked to be closed
+    std::function<void(const std::function<void()>&)> device;  // an act that a device began, when one is possible
     std::function<void()> settled;
     std::function<void(bool, QString)> busy;
   };
@@ -37,6 +38,9 @@ class WindowPerson : public Person {
   void TellError(std::string_view title, const std::exception& error) override;
   std::optional<host::LookupRow> PickRow(host::TPesquisa& lookup, LookupOffer& offer) override;
   void ActOnModal(host::Screen& screen, host::Desk& desk) override;
+
+  /// As one act of the windows: not while another one runs or a box is open.
+  void ActForDevice(const std::function<void()>& act) override;
 
   void ScreenShown(host::Screen& screen) override;
   void ScreenGone(host::Screen& screen) override;

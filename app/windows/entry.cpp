@@ -1,3 +1,8 @@
+#include <QGuiApplication>
+#include <QtGlobal>
+#include <memory>
+
+#include "app/printing/file_equipment.h"
 #include "app/windows/windows.h"
 
 #ifdef _WIN32
@@ -6,7 +11,35 @@
 #define TECELAGEM_EXPORT __attribute__((visibility("default")))
 #endif
 
+namespace {
+
+// Type is measured and pages are drawn by the toolkit, which wants an application around it; a command shows nothing.
+class ToolkitWithoutDisplay {
+ public:
+  ToolkitWithoutDisplay() {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    application_ = std::make_unique<QGuiApplication>(count_, values_);
+  }
+
+ private:
+  int count_ = 1;
+  char name_[10] = "tecelagem";
+  char* values_[2] = {name_, nullptr};
+  std::unique_ptr<QGuiApplication> application_;
+};
+
+class CommandEquipment : private ToolkitWithoutDisplay, public app::printing::FileEquipment {
+ public:
+  using FileEquipment::FileEquipment;
+};
+
+}  // namespace
+
 extern "C" TECELAGEM_EXPORT int tecelagem_windows(const app::desktop::DesktopOptions* options,
                                                   const host::Module* module) {
   return app::desktop::RunDesktop(*options, *module);
+}
+
+extern "C" TECELAGEM_EXPORT app::Equipment* tecelagem_equipment(const std::string* to) {
+  return std::make_unique<CommandEquipment>(*to).release();
 }

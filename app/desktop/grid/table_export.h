@@ -1,6 +1,7 @@
 // A list leaves the program: as text for the clipboard, as CSV, as a spreadsheet.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -32,9 +33,11 @@ std::string ToClipboardText(const Table& table);
 /// For a spreadsheet of this country: ";" between cells, decimal comma, quotes where needed, UTF-8 with byte-order
 /// mark, CR LF.
 std::string ToCsv(const Table& table);
-/// Both throw host::InputError, one sentence that names the file, when it cannot be written; no half file stays.
+/// All throw host::InputError, one sentence that names the file, when it cannot be written; no half file stays.
 void WriteCsv(const Table& table, const std::string& path);
 /// Numbers and dates as such, with their formats; headings frozen, column widths as shown.
 void WriteXlsx(const Table& table, const std::string& path);
+/// A sheet for each table, named by its title; there is at least one.
+void WriteXlsx(std::span<const Table> tables, const std::string& path);
 
 }  // namespace app::desktop

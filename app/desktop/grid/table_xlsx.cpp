@@ -31,18 +31,38 @@ std::string SheetName(const std::string& title) {
   return name.empty() ? "Lista" : name;
 }
 
-class Sheet {
+// A book closes itself, whatever happens while it is filled.
+class Book {
  public:
-  Sheet(const Table& table, const std::string& path) : table_(table), book_(workbook_new(path.c_str())) {
+  explicit Book(const std::string& path) : book_(workbook_new(path.c_str())) {
     if (book_ == nullptr) Fail(path, "memória insuficiente");
-    sheet_ = workbook_add_worksheet(book_, SheetName(table.title).c_str());
-    if (sheet_ == nullptr) sheet_ = workbook_add_worksheet(book_, nullptr);
   }
-  ~Sheet() {
+  ~Book() {
     if (book_ != nullptr) workbook_close(book_);
   }
-  Sheet(const Sheet&) = delete;
-  Sheet& operator=(const Sheet&) = delete;
+  Book(const Book&) = delete;
+  Book& operator=(const Book&) = delete;
+
+  lxw_workbook* Get() const { return book_; }
+  /// A sheet of that name, or where there is one already, or the name is impossible, of one that the book gives.
+  lxw_worksheet* Add(const std::string& name) const {
+    lxw_worksheet* sheet = workbook_add_worksheet(book_, name.c_str());
+    return sheet != nullptr ? sheet : workbook_add_worksheet(book_, nullptr);
+  }
+  /// What went wrong, empty when the file is whole.
+  std::string Close() {
+    const lxw_error error = workbook_close(std::exchange(book_, nullptr));
+    return error == LXW_NO_ERROR ? std::string() : std::string(lxw_strerror(error));
+  }
+
+ private:
+  lxw_workbook* book_;
+};
+
+class Sheet {
+ public:
+  Sheet(const Book& book, const Table& table)
+      : table_(table), book_(book.Get()), sheet_(book.Add(SheetName(table.title))) {}
 
   void Fill() {
     Headings();
@@ -52,11 +72,6 @@ class Sheet {
       }
     }
     worksheet_freeze_panes(sheet_, 1, 0);
-  }
-  /// What went wrong, empty when the file is whole.
-  std::string Close() {
-    const lxw_error error = workbook_close(std::exchange(book_, nullptr));
-    return error == LXW_NO_ERROR ? std::string() : std::string(lxw_strerror(error));
   }
 
  private:
@@ -107,22 +122,26 @@ class Sheet {
 
   const Table& table_;
   lxw_workbook* book_;
-  lxw_worksheet* sheet_ = nullptr;
+  lxw_worksheet* sheet_;
   std::map<std::pair<std::string, host::Align>, lxw_format*> formats_;
 };
 
 }  // namespace
 
-void WriteXlsx(const Table& table, const std::string& path) {
-  if (table.rows.size() > kSheetRows) Fail(path, "a lista tem mais linhas do que uma planilha");
+void WriteXlsx(const Table& table, const std::string& path) { WriteXlsx(std::span(&table, 1), path); }
+
+void WriteXlsx(std::span<const Table> tables, const std::string& path) {
+  for (const Table& table : tables) {
+    if (table.rows.size() > kSheetRows) Fail(path, "a lista tem mais linhas do que uma planilha");
+  }
   // Written under another name first: what stood there before is lost only when the new file is whole.
   const QString whole = QString::fromStdString(path);
   const QString part = whole + QStringLiteral(".part");
   std::string reason;
   {
-    Sheet sheet(table, part.toStdString());
-    sheet.Fill();
-    reason = sheet.Close();
+    Book book(part.toStdString());
+    for (const Table& table : tables) Sheet(book, table).Fill();
+    reason = book.Close();
   }
   if (reason.empty() && QFile::exists(whole) && !QFile::remove(whole)) reason = "o arquivo não pode ser substituído";
   if (reason.empty() && !QFile::rename(part, whole)) reason = "o arquivo não pode ser criado";

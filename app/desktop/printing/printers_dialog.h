@@ -1,0 +1,44 @@
+// Where this station prints what.
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <vector>
+
+#include "app/application.h"
+#include "app/printing/printer_choices.h"
+
+class QLabel;
+class QPushButton;
+class QTableWidget;
+
+namespace app::desktop {
+
+/// Every report with its destination and copies; they are changed, forgotten and tried out here.
+class PrintersDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  PrintersDialog(Application& application, QWidget* parent);
+
+ private:
+  QTableWidget* NewTable();
+  void Fill();
+  void ShowRow(int row);
+  void ShowButtons();
+  const printing::KnownReport* Current() const;
+  void Change();
+  void Forget();
+  void Try();
+  void Guarded(const std::function<void()>& work);
+
+  Application& application_;
+  std::vector<printing::KnownReport> reports_;
+  QTableWidget* table_;
+  QPushButton* change_;
+  QPushButton* forget_;
+  QPushButton* try_;
+  QLabel* note_;
+};
+
+}  // namespace app::desktop

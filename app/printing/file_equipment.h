@@ -1,0 +1,27 @@
+// A station without windows: scripts and commands print into files.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/equipment.h"
+
+namespace app::printing {
+
+/// The program must have a QGuiApplication. Nobody is shown a preview or asked for a printer.
+class FileEquipment : public Equipment {
+ public:
+  /// Everything goes to `to`: a file (the last print replaces those before), a folder that gets a file for each print
+  /// ("WEtqTecRolo-1.txt"), or another destination as
+  /// ParseDestination reads it.
+  explicit FileEquipment(std::string to);
+
+  std::unique_ptr<host::SerialPort> NewSerialPort(PortUse use) override;
+  std::optional<PrintJob> Print(const PrintRequest& request) override;
+
+ private:
+  std::string to_;
+};
+
+}  // namespace app::printing
