@@ -1,6 +1,8 @@
-// An order of 200 items: how long it takes to load, explode and show its stock, and how that grows with the number of
-// different yarns.
+// An order of 200 items: how long it takes to load, explode and show its stock, how that grows with the number of
+// different yarns, how long until its printout can be drawn, and what the labels of its rolls cost.
+#include <functional>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -10,23 +12,52 @@
 
 namespace {
 
-void Measure(int yarns) {
-  test::Mill mill;
-  bench::FillLargeOrder(mill, yarns);
-  host::Screen& screen = mill.Open("TfmCadLoteTec");
+// The middle of five times, the first run left out, and what the last one cost.
+void Report(test::Mill& mill, const std::string& what, const std::function<void()>& act) {
   std::vector<double> times;
   app::firebird::Statistics cost;
   for (int run = 0; run < 6; ++run) {
     const auto before = mill.Db().Stats();
-    const double time = bench::Milliseconds([&] { mill.Type(screen, "EdtNumero", bench::kLargeOrder); });
+    const double time = bench::Milliseconds(act);
     cost = {};
     bench::AddSpent(cost, before, mill.Db().Stats());
     if (run > 0) times.push_back(time);
   }
-  std::cout << bench::kLargeOrderItems << " items, " << yarns << " yarns, " << yarns * bench::kLotsPerYarn
-            << " lots: median " << bench::Quantile(times, 0.5) << " ms, " << cost.statements << " statements, "
-            << cost.prepares << " prepares, " << cost.commits << " forced writes; "
-            << mill.Data(screen, "TbFios").RecordCount() << " yarns listed\n";
+  std::cout << what << ": median " << bench::Quantile(times, 0.5) << " ms, " << cost.statements << " statements, "
+            << cost.prepares << " prepares, " << cost.commits << " forced writes\n";
+}
+
+void Expect(bool held, const char* what) {
+  if (!held) throw std::runtime_error(what);
+}
+
+void Measure(int yarns) {
+  test::Mill mill;
+  bench::FillLargeOrder(mill, yarns);
+  host::Screen& screen = mill.Open("TfmCadLoteTec");
+  const std::string order = std::to_string(bench::kLargeOrderItems) + " items, " + std::to_string(yarns) + " yarns, " +
+                            std::to_string(yarns * bench::kLotsPerYarn) + " lots";
+  Report(mill, order + ", load", [&] { mill.Type(screen, "EdtNumero", bench::kLargeOrder); });
+  Expect(mill.Data(screen, "TbFios").RecordCount() == static_cast<std::size_t>(yarns), "the yarns are not all there");
+  Report(mill, order + ", printout read", [&] { mill.Click(screen, "BtnImprimir"); });
+  for (const auto& print : mill.Equipment().TakePrints()) {
+    Expect(print.data.at("QryRelatorio").size() == bench::kLargeOrderItems, "the items are not all printed");
+  }
+}
+
+void MeasureLabels(int count) {
+  test::Mill mill;
+  bench::FillLargeOrder(mill, 4);
+  host::Screen& screen = mill.Open("TfmCadLoteTec");
+  mill.Type(screen, "EdtNumero", bench::kLargeOrder);
+  Report(mill, std::to_string(count) + " roll labels in the place of " + std::to_string(count), [&] {
+    mill.Person().Answer("Quantidade:", std::to_string(count));
+    mill.Person().Answer("Deseja gerar novamente?", "yes");
+    mill.Desk().PickMenu(screen, "Gerar Etiqueta(s)");
+  });
+  const auto labels =
+      mill.Scalar("SELECT COUNT(*) FROM {MAT_ITEN} WHERE LOTE STARTING WITH '" + std::string(bench::kLargeOrder) + "'");
+  Expect(labels.AsInteger() == count, "the labels are not all there");
 }
 
 }  // namespace
@@ -34,6 +65,7 @@ void Measure(int yarns) {
 int main() {
   try {
     for (const int yarns : {4, 20, 100, 400}) Measure(yarns);
+    for (const int labels : {10, 999}) MeasureLabels(labels);
     return 0;
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';

@@ -264,8 +264,8 @@ class TfmCadLoteTec : public host::Screen {
 
   void ReadPrintedOrder();
   void ExplodePrintedOrder();
-  void ReadStitchPatterns();
   LabelledItem ItemForLabels();
+  LabelledItem HeldItemForLabels();
   void WriteLabels(const LabelledItem& item, bool replace, int count);
 
   void LeaveCode();

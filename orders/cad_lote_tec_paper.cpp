@@ -86,41 +86,28 @@ void TfmCadLoteTec::ReadPrintedOrder() {
   QryRelatorio.LoadFrom(*order);
   QryRelatorio.SetIndex("CODIGO;COR");
   ExplodePrintedOrder();
-  ReadStitchPatterns();
+  if (const auto patterns = report_.StitchPatterns(OrderReport::Items(QryRelatorio))) {
+    QryRaport.LoadFrom(*patterns);
+  } else {
+    QryRaport.CreateFields(StitchFields());
+  }
   Gera_Itens();
 }
 
 void TfmCadLoteTec::ExplodePrintedOrder() {
   const Quiet quiet(*this);
   TbFios.Empty();
+  const std::vector<PrintedItem> items = OrderReport::Items(QryRelatorio);
   explosion_.Forget();
-  if (QryRelatorio.RecordCount() > 1) explosion_.Remember(EdtNumero.Text());
-  for (host::DatasetCursor item(QryRelatorio); !item.Eof(); item.Next()) {
-    if (item.FieldByName("CODIGO").IsNull()) continue;
-    Armazena_Explosao_Fios(item.FieldByName("CODIGO").AsText(), item.FieldByName("COR").AsText(),
-                           item.FieldByName("UNIDADE").AsText(), item.FieldByName("QTDE").AsFloat(),
-                           item.FieldByName("PESO_UNI").AsFloat());
+  if (items.size() > 1) explosion_.Remember(EdtNumero.Text());
+  for (const PrintedItem& item : items) {
+    Armazena_Explosao_Fios(item.code, item.colour, item.unit, item.quantity, item.weight);
   }
   explosion_.Forget();
   TbFios.First();
 }
 
-void TfmCadLoteTec::ReadStitchPatterns() {
-  std::set<std::string> fabrics;
-  std::set<std::string> colours;
-  for (host::DatasetCursor item(QryRelatorio); !item.Eof(); item.Next()) {
-    if (item.FieldByName("CODIGO").IsNull()) continue;
-    fabrics.insert(item.FieldByName("CODIGO").AsText());
-    colours.insert(item.FieldByName("COR").AsText());
-  }
-  if (const auto patterns = report_.StitchPatterns(fabrics, colours)) {
-    QryRaport.LoadFrom(*patterns);
-  } else {
-    QryRaport.CreateFields(StitchFields());
-  }
-}
-
-void TfmCadLoteTec::Gera_Itens() { OrderReport::ListRolls(QryRelatorio, TbRolos); }
+void TfmCadLoteTec::Gera_Itens() { OrderReport::ListRolls(OrderReport::Items(QryRelatorio), TbRolos); }
 
 // --- the context menu of the items ---------------------------------------------------------------------------------
 
@@ -183,22 +170,26 @@ LabelledItem TfmCadLoteTec::ItemForLabels() {
 // The order is held from the look at its item to the last label. A question ends the hold, so that everything is looked
 // at again after it.
 void TfmCadLoteTec::GeraEtiquetas(int quantidade) {
-  database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
-  LabelledItem item = ItemForLabels();
+  LabelledItem item = HeldItemForLabels();
   bool exist = labels_.Exist(item);
   if (exist) {
     if (!Confirm("Etiqueta já gerada para este código e lote.\nDeseja gerar novamente?")) throw host::Abort();
-    database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
-    item = ItemForLabels();
+    item = HeldItemForLabels();
     exist = labels_.Exist(item);
-  }
-  // Deleted with its row, the stock would be gone without a movement.
-  if (const auto lot = labels_.LotWithStock(item)) {
-    Refuse("A etiqueta " + *lot + " já tem saldo em estoque. Impossível gerar novamente.");
   }
   WriteLabels(item, exist, quantidade);
   database_.CommitRetaining();
   Inform("Etiquetas Geradas.");
+}
+
+LabelledItem TfmCadLoteTec::HeldItemForLabels() {
+  database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
+  LabelledItem item = ItemForLabels();
+  // Deleted with its row, the stock would be gone without a movement.
+  if (const auto lot = labels_.LotWithStock(item)) {
+    Refuse("A etiqueta " + *lot + " já tem saldo em estoque. Impossível gerar novamente.");
+  }
+  return item;
 }
 
 // A refusal is a box, which would make the labels' deletion durable: it is undone first.

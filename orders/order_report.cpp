@@ -1,6 +1,8 @@
 #include "orders/order_report.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 
 #include "host/decimal.h"
 
@@ -67,9 +69,31 @@ std::unique_ptr<host::TTIQuery> OrderReport::Order(std::string_view number) cons
        "WHERE TECEL.NUMERO = " + w.Text(number)});
 }
 
-std::unique_ptr<host::TTIQuery> OrderReport::StitchPatterns(const std::set<std::string>& fabrics,
-                                                            const std::set<std::string>& colours) const {
-  if (fabrics.empty() || colours.empty()) return nullptr;
+std::vector<PrintedItem> OrderReport::Items(const host::Dataset& order) {
+  std::vector<PrintedItem> items;
+  std::set<std::pair<std::string, std::string>> seen;
+  for (host::DatasetCursor row(order); !row.Eof(); row.Next()) {
+    if (row.FieldByName("CODIGO").IsNull()) continue;  // an order without items
+    PrintedItem item{.order = row.FieldByName("NUMERO").AsText(),
+                     .code = row.FieldByName("CODIGO").AsText(),
+                     .colour = row.FieldByName("COR").AsText(),
+                     .unit = row.FieldByName("UNIDADE").AsText(),
+                     .quantity = row.FieldByName("QTDE").AsFloat(),
+                     .weight = row.FieldByName("PESO_UNI").AsFloat(),
+                     .per_roll = row.FieldByName("KG_ROLO").AsFloat()};
+    if (seen.emplace(item.code, item.colour).second) items.push_back(std::move(item));
+  }
+  return items;
+}
+
+std::unique_ptr<host::TTIQuery> OrderReport::StitchPatterns(const std::vector<PrintedItem>& items) const {
+  if (items.empty()) return nullptr;
+  std::set<std::string> fabrics;
+  std::set<std::string> colours;
+  for (const PrintedItem& item : items) {
+    fabrics.insert(item.code);
+    colours.insert(item.colour);
+  }
   const Words& w = words_;
   return OpenQuery(
       database_,
@@ -95,18 +119,18 @@ std::string OrderReport::OneOf(const char* column, const std::set<std::string>& 
   return values.size() > kValuesPerList ? "(" + sql + ")" : sql;
 }
 
-void OrderReport::ListRolls(const host::Dataset& order, host::Dataset& rolls) {
+void OrderReport::ListRolls(const std::vector<PrintedItem>& items, host::Dataset& rolls) {
   rolls.Empty();
   std::int64_t number = 0;
-  for (host::DatasetCursor item(order); !item.Eof(); item.Next()) {
-    const double expected = ExpectedRolls(item.FieldByName("QTDE").AsFloat(), item.FieldByName("KG_ROLO").AsFloat());
+  for (const PrintedItem& item : items) {
     const double room = static_cast<double>(kLastRoll - number);
-    for (auto left = static_cast<std::int64_t>(std::min(expected, room)); left > 0; --left) {
+    const double listed = std::min(ExpectedRolls(item.quantity, item.per_roll), room);
+    for (auto left = static_cast<std::int64_t>(listed); left > 0; --left) {
       rolls.Append();
-      rolls["Numero"].Set(item.FieldByName("NUMERO"));
+      rolls["Numero"].Set(item.order);
       rolls["NR"].Set(RollNumber(++number));
-      rolls["Codigo"].Set(item.FieldByName("CODIGO"));
-      rolls["Cor"].Set(item.FieldByName("COR"));
+      rolls["Codigo"].Set(item.code);
+      rolls["Cor"].Set(item.colour);
       rolls.Post();
     }
   }

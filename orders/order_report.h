@@ -1,11 +1,11 @@
 // What an order's printout is made of, read from the stored order.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/database.h"
 #include "host/host.h"
@@ -18,6 +18,17 @@ namespace orders {
 /// weight of a roll are in the same unit.
 double ExpectedRolls(double quantity, double per_roll);
 
+/// An item of the order that is printed.
+struct PrintedItem {
+  std::string order;
+  std::string code;
+  std::string colour;
+  std::string unit;     // as the fabric has it
+  double quantity = 0;  // in that unit
+  double weight = 0;    // kilograms per unit
+  double per_roll = 0;  // quantity of a roll; 0 when nobody knows
+};
+
 class OrderReport {
  public:
   explicit OrderReport(host::Host& host);
@@ -26,15 +37,17 @@ class OrderReport {
   /// none; no row for an order that is not stored. Throws DatabaseError.
   std::unique_ptr<host::TTIQuery> Order(std::string_view number) const;
 
-  /// The stitch patterns of these fabrics in these colours, in the order in which they are knitted; null when there is
-  /// no fabric or no colour. Throws DatabaseError.
-  std::unique_ptr<host::TTIQuery> StitchPatterns(const std::set<std::string>& fabrics,
-                                                 const std::set<std::string>& colours) const;
+  /// The items of the rows of Order, each once: a fabric whose composition rows do not agree on its width or speed
+  /// comes in several rows, and is woven once.
+  static std::vector<PrintedItem> Items(const host::Dataset& order);
 
-  /// Makes `rolls`, which has the fields of RollFields, the list of the rolls that the rows of Order let expect: one
-  /// row per roll, numbered through the order from 001. The number has four digits: rolls after the 9999th are left
-  /// out.
-  static void ListRolls(const host::Dataset& order, host::Dataset& rolls);
+  /// The stitch patterns of the fabrics and the colours of the items, in the order in which they are knitted; null
+  /// without items. Throws DatabaseError.
+  std::unique_ptr<host::TTIQuery> StitchPatterns(const std::vector<PrintedItem>& items) const;
+
+  /// Makes `rolls`, which has the fields of RollFields, the list of the rolls that the items let expect: one row per
+  /// roll, numbered through the order from 001. The number has four digits: rolls after the 9999th are left out.
+  static void ListRolls(const std::vector<PrintedItem>& items, host::Dataset& rolls);
 
  private:
   std::string OneOf(const char* column, const std::set<std::string>& values) const;

@@ -62,6 +62,40 @@ TEST_F(LargeOrder, StatementsOfALoadGrowWithItemsYarnsAndLotsAndNoFaster) {
   EXPECT_NEAR(total, 100.0 * kItems, 1e-6);
 }
 
+TEST_F(LargeOrder, APrintoutTakesFewerStatementsThanALoad) {
+  constexpr std::size_t kYarns = 6;
+  Fill(200, kYarns, 5);
+  const std::size_t load = StatementsOf([this] { return Type("EdtNumero", "000900"); });
+  const auto before = mill_.Db().Stats().commits;
+  const std::size_t print = StatementsOf([this] { return Click("BtnImprimir"); });
+  EXPECT_LE(mill_.Db().Stats().commits - before, 1u);
+  // An explosion for each fabric that brings a yarn not listed yet; is the order stored, is it ours, the order itself,
+  // its compositions, its stitch patterns.
+  EXPECT_EQ(print, (kYarns - 1) + 5);
+  EXPECT_LT(print, load);
+  const auto prints = mill_.Equipment().TakePrints();
+  ASSERT_EQ(prints.size(), 1u);
+  EXPECT_EQ(prints[0].data.at("QryRelatorio").size(), 200u);
+  EXPECT_EQ(prints[0].data.at("TbFios").size(), kYarns);
+  EXPECT_EQ(prints[0].data.at("TbRolos").size(), 1000u);
+}
+
+// More values than the engine takes in one list.
+TEST_F(LargeOrder, StitchPatternsOfSixteenHundredFabricsArePrinted) {
+  Fill(1600, 2, 1);
+  for (const char* fabric : {"G0001", "G0999", "G1000", "G1001", "G1600"}) {
+    mill_.Insert("RAPORT", {{"MATERIAL", fabric}, {"COR", "01"}, {"ORDEM", 1}, {"CODIGO", "Z1"}, {"COR_I", "CR"}});
+  }
+  ASSERT_EQ(Type("EdtNumero", "000900"), ActResult::kDone);
+  EXPECT_EQ(Click("BtnImprimir"), ActResult::kDone);
+  EXPECT_EQ(Errors(), Lines());
+  const auto prints = mill_.Equipment().TakePrints();
+  ASSERT_EQ(prints.size(), 1u);
+  Lines fabrics;
+  for (const auto& row : prints[0].data.at("QryRaport")) fabrics.push_back(row.at("MATERIAL").AsText());
+  EXPECT_EQ(fabrics, (Lines{"G0001", "G0999", "G1000", "G1001", "G1600"}));
+}
+
 TEST_F(LargeOrder, StatementsOfASaveArePerItem) {
   Fill(200, 6, 5);
   Type("EdtNumero", "000900");

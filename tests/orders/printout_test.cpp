@@ -146,6 +146,16 @@ TEST_F(Printout, AnItemIsOneRowHoweverItsYarnsAreFed) {
   EXPECT_EQ(RowsOf(print, "TbFios", {"CODIGO", "COR", "CONSUMO"}), (Lines{"Y1 | CR | 60", "Y2 | CR | 40"}));
 }
 
+TEST_F(Printout, AnItemIsWovenOnceHoweverItsCompositionDisagrees) {
+  mill_.Exec("UPDATE {COMP_MATERIAL} SET RPM = ORDEM * 10 WHERE MATERIAL = 'F1'");
+  const std::string number = SavedOrder({{"F1", "01", "44"}});
+  Load(number);
+  const Print print = Printed();
+  EXPECT_EQ(RowsOf(print, "QryRelatorio", {"CODIGO", "RPM_MAT"}).size(), 2u);
+  EXPECT_EQ(RowsOf(print, "TbFios", {"CODIGO", "CONSUMO"}), (Lines{"Y1 | 26.4", "Y2 | 17.6"}));
+  EXPECT_EQ(RowsOf(print, "TbRolos", {"NR"}), (Lines{"001", "002"}));
+}
+
 TEST_F(Printout, ListsTheYarnsOfAllItemsOnce) {
   Load(SavedOrder({{"F1", "01", "100"}, {"FM", "01", "1000"}, {"F2", "01", "9"}}));
   // 60 and 40 % of 100 kg; half of 1,000 m at 0.25 kg.
