@@ -53,7 +53,7 @@ TfmCadDefTec::TfmCadDefTec(host::Host& host)
     : Screen(host, "TfmCadDefTec", "fmCadDefTec", "Cadastro de Defeitos"),
       TbDef(*this, "TbDef", DefectFields()),
       EdtOF(*this, "EdtOF", "Ordem", EditKind::kText, 6),
-      EdtOrdem(*this, "EdtOrdem", "Peça", EditKind::kInteger),
+      EdtOrdem(*this, "EdtOrdem", "Peça", EditKind::kInteger, 6),
       EdtTipo(*this, "EdtTipo", "Tipo", EditKind::kText, 1),
       EdtArtigo(*this, "EdtArtigo", "Artigo", EditKind::kText, 15),
       LblArtigo(*this, "LblArtigo"),
@@ -62,7 +62,7 @@ TfmCadDefTec::TfmCadDefTec(host::Host& host)
       EdtFunc(*this, "EdtFunc", "Funcionário", EditKind::kText, 5),
       LblFunc(*this, "LblFunc"),
       LblTurno(*this, "LblTurno"),
-      LblAviso(*this, "LblAviso"),
+      LblAviso(*this, "LblAviso", std::string(kNoRoll)),
       DBGrid1(*this, "DBGrid1", TbDef, DefectColumns()),
       BitBtn1(*this, "BitBtn1", "&Gravar", [this] { BitBtn1Click(); }),
       BitBtn2(*this, "BitBtn2", "&Fechar", [this] { Close(); }),
@@ -167,7 +167,7 @@ void TfmCadDefTec::MostraCabecalho() {
   EdtLote.SetVisible(of_lot);
   DBGrid1.SetReadOnly(!can_register);
   BitBtn1.SetEnabled(can_register);
-  LblAviso.SetText(can_register ? std::string_view() : kNoRoll);
+  LblAviso.SetVisible(!can_register);
 
   LblArtigo.SetText("");
   LblFunc.SetText("");
