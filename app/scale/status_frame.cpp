@@ -98,8 +98,9 @@ std::optional<Reading> ReadLampFrame(std::string_view frame) {
   // by where the commas are, and what they hold is never read as part of the weight.
   constexpr std::size_t kSize = 20;
   if (frame.size() != kSize || frame[2] != ',' || frame[5] != ',' || frame[8] != ',') return std::nullopt;
+  const char name = frame[6];  // counted from "1" on: the 13th is "="
   const char lamps = frame[7];
-  if (lamps == ' ') return std::nullopt;
+  if (name < '0' || name == 0x7F || lamps == ' ') return std::nullopt;
   const Reading reading = ReadTextFrame(std::string(frame.substr(0, 6)) + std::string(frame.substr(9)));
   if (reading.refusal) return reading;
   constexpr unsigned kHold = 4;
