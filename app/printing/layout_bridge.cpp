@@ -108,6 +108,25 @@ QString LayoutBridge::time(const QJSValue& value) {
   return text;
 }
 
+bool LayoutBridge::encodes(const QString& kind, const QString& value) {
+  try {
+    (void)EncodeBarcode(kind.toStdString(), value.toStdString());
+    return true;
+  } catch (const host::InputError&) {
+    return false;
+  }
+}
+
+double LayoutBridge::textWidth(const QString& text, const QJSValue& style) {
+  double width = 0;
+  Guarded([&] {
+    const TextStyle wanted = ReadFullStyle(style);
+    if (!measure_) measure_ = std::make_unique<TextMeasure>();
+    width = measure_->Width(measure_->StyleIndex(wanted), text);
+  });
+  return width;
+}
+
 QString LayoutBridge::unknown(const QString& name, const QJSValue& values) {
   QString text;
   Guarded([&] {

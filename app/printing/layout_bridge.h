@@ -6,10 +6,12 @@
 #include <QString>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include "app/printing/blocks.h"
 #include "app/printing/datasets_in_script.h"
+#include "app/printing/text_measure.h"
 #include "host/kit/report.h"
 
 namespace app::printing {
@@ -44,6 +46,8 @@ class LayoutBridge : public QObject {
   Q_INVOKABLE QString number(const QJSValue& value, const QJSValue& format);
   Q_INVOKABLE QString date(const QJSValue& value);
   Q_INVOKABLE QString time(const QJSValue& value);
+  Q_INVOKABLE bool encodes(const QString& kind, const QString& value);
+  Q_INVOKABLE double textWidth(const QString& text, const QJSValue& style);
   Q_INVOKABLE QString unknown(const QString& name, const QJSValue& values);
   Q_INVOKABLE QJSValue block(const QString& kind, const QJSValue& first, const QJSValue& second, const QString& stack);
   Q_INVOKABLE void root(const QString& kind, const QJSValue& options, const QString& stack);
@@ -57,6 +61,7 @@ class LayoutBridge : public QObject {
   QJSEngine& engine_;
   DatasetsInScript& datasets_;
   host::Report* unknown_functions_;
+  std::unique_ptr<TextMeasure> measure_;  // for those layouts that ask
   std::optional<Root> root_;
   std::exception_ptr pending_;
 };

@@ -30,6 +30,8 @@ inline constexpr const char* kPrelude = R"js((function (bridge, names, info) {
   define("number", (value, format) => bridge.number(value, format));
   define("date", (value) => bridge.date(value));
   define("time", (value) => bridge.time(value));
+  define("encodes", (kind, value) => bridge.encodes(String(kind), String(value)));
+  define("textWidth", (text, style) => bridge.textWidth(String(text), style));
 
   for (const kind of ["band", "fields", "table", "detail", "heading", "paragraph", "space", "rule", "newPage",
                       "keepTogether"]) {
@@ -44,7 +46,8 @@ inline constexpr const char* kPrelude = R"js((function (bridge, names, info) {
     get: () => { throw new ReferenceError("não há conjunto de dados, função ou variável \"" + name + "\""); },
   });
   Object.setPrototypeOf(Object.getPrototypeOf(global), new Proxy(Object.create(null), {
-    get: (target, name) => typeof name === "string" ? unknown(name) : undefined,
+    // Every object inherits from here; only the global one is asked for names.
+    get: (target, name, asked) => typeof name === "string" && asked === global ? unknown(name) : undefined,
   }));
 
   return {

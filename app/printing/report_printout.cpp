@@ -27,8 +27,9 @@ Strip UsualFooter(const ReportRoot& report, const PrintRequest& request, TextMea
   const std::string right = "Página " + std::to_string(page) + " de " + std::to_string(pages);
   Strip strip;
   strip.height = LineHeight(style.size);
-  strip.items.texts.push_back(LineOfText(measure, index, left, report.left, 0, width, TextAlign::kLeft));
-  strip.items.texts.push_back(LineOfText(measure, index, right, report.left, 0, width, TextAlign::kRight));
+  strip.items.texts.push_back(LineOfText(measure, index, left, report.left, 0, width / 2, TextAlign::kLeft));
+  strip.items.texts.push_back(
+      LineOfText(measure, index, right, report.left + width / 2, 0, width / 2, TextAlign::kRight));
   return strip;
 }
 

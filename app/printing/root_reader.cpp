@@ -15,9 +15,14 @@ namespace {
 constexpr double kSmallestPage = 5;  // millimetres
 constexpr double kLargestPage = 3'000;
 
-TextStyle ReadFont(Options& owner) {
+TextStyle UsualStyle() {
   TextStyle style;
   style.family = "Noto Sans";
+  return style;
+}
+
+TextStyle ReadFont(Options& owner) {
+  TextStyle style = UsualStyle();
   const QJSValue value = owner.Value("font");
   if (value.isUndefined()) return style;
   Options options(value, "\"font\" de " + owner.What());
@@ -129,6 +134,17 @@ TextRoot ReadText(const QJSValue& value, DatasetsInScript& datasets) {
 }
 
 }  // namespace
+
+TextStyle ReadFullStyle(const QJSValue& value) {
+  TextStyle style = UsualStyle();
+  Options options = Options::OrNone(value, "o estilo de textWidth()");
+  style.family = options.Text("family", QString::fromStdString(style.family)).toStdString();
+  style.size = options.Number("size", style.size, 1, 500);
+  style.bold = options.Flag("bold", false);
+  style.italic = options.Flag("italic", false);
+  options.Done();
+  return style;
+}
 
 Root ReadRoot(const std::string& kind, const QJSValue& options, DatasetsInScript& datasets) {
   if (kind == "report") return {ReadReport(options)};

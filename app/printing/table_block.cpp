@@ -184,7 +184,8 @@ class TableFlow {
   void AddEmpty() {
     if (table_.empty.isEmpty()) return;
     Strip strip;
-    const TableColumns::Place room{columns_.Places().front().x, context_.width, TextAlign::kLeft, false, false};
+    const TableColumns::Place room{columns_.Places().front().x, context_.width - 2 * kLineToText, TextAlign::kLeft,
+                                   false, false};
     const std::vector<QString> lines = LinesOf(plain_, table_.empty.toStdString(), room.width, true);
     PutLines(lines, plain_, room, kAir, strip);
     strip.height = static_cast<double>(lines.size()) * line_height_ + 2 * kAir;
