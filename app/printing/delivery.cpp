@@ -2,10 +2,8 @@
 
 #include <QPageSize>
 #include <QSizeF>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <system_error>
 #include <utility>
 
 #include "app/printing/cups_queue.h"
@@ -21,7 +19,6 @@
 namespace app::printing {
 namespace {
 
-namespace fs = std::filesystem;
 using Kind = Destination::Kind;
 
 constexpr double kTestSize = 11;  // points
@@ -83,24 +80,6 @@ void CheckHasContent(const Printout& printout) {
   throw host::InputError("O relatório \"" + printout.report + "\" não tem nada para imprimir.");
 }
 
-void WritePdfWhole(const Printout& printout, const std::string& path) {
-  // An empty file shows early whether the place can be written, and under which name the person knows it.
-  const std::string part = path + ".part";
-  WriteWholeFile(part, {});
-  std::error_code error;
-  try {
-    WritePdf(printout, part);
-    if (fs::is_directory(path, error)) error = std::make_error_code(std::errc::is_a_directory);
-    if (!error) fs::rename(part, path, error);
-  } catch (const host::InputError&) {
-    error = std::make_error_code(std::errc::io_error);
-  }
-  if (!error) return;
-  fs::remove(part, error);
-  throw host::InputError("Não foi possível gravar o arquivo \"" + path +
-                         "\": confira se há espaço e se pode ser escrito.");
-}
-
 PrintJob Deliver(const Printout& printout, const Choice& choice, const TimeLimits& limits) {
   CheckHasContent(printout);
   const char kind = KindOf(printout);
@@ -115,7 +94,7 @@ PrintJob Deliver(const Printout& printout, const Choice& choice, const TimeLimit
     job.file = SendBytes(destination, Repeated(printout.bytes, copies), printout.report, limits);
   } else {
     job.file = FileFor(destination.place, printout.report, "pdf");
-    WritePdfWhole(printout, job.file);
+    WritePdf(printout, job.file);
   }
   return job;
 }

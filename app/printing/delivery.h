@@ -27,10 +27,6 @@ inline char KindOf(const Printout& printout) { return printout.form == PrintoutF
 /// sentence: nothing to print, a destination that does not take this kind, and whatever SendBytes and WritePdf throw.
 PrintJob Deliver(const Printout& printout, const Choice& choice, const TimeLimits& limits = {});
 
-/// Writes the pages; a file that exists is replaced when the new one is whole, and stays when it cannot be written.
-/// Throws host::InputError.
-void WritePdfWhole(const Printout& printout, const std::string& path);
-
 /// Throws host::InputError when the printout is empty: labels of no rows.
 void CheckHasContent(const Printout& printout);
 

@@ -13,11 +13,15 @@
 
 namespace {
 
+// A command says what it has to say in one line of its own; the toolkit's remarks on its surroundings are nobody's.
+void Silence(QtMsgType, const QMessageLogContext&, const QString&) {}
+
 // Type is measured and pages are drawn by the toolkit, which wants an application around it; a command shows nothing.
 class ToolkitWithoutDisplay {
  public:
   ToolkitWithoutDisplay() {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(&Silence);
     application_ = std::make_unique<QGuiApplication>(count_, values_);
   }
 

@@ -1,6 +1,9 @@
 // The script driver on toy screens: every name a script knows, and every way a script can fail.
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTimer>
 #include <chrono>
 #include <fstream>
 #include <iterator>
@@ -201,6 +204,49 @@ TEST_F(ScriptDriver, ClockFormatAndJobs) {
     print(jobs());
   )"),
             "2026-03-10 22:15:00 2026-03-10 22:15:00\n1234,500 2,01 3\n[]\n");
+}
+
+TEST_F(ScriptDriver, JobsAreThoseSinceTheLastCall) {
+  desk_.application.jobs = {{"WTecLoteCad", 'W', "/tmp/ordem.pdf", ""}, {"WEtqTecRolo", 'T', "", "10.0.0.7:9100"}};
+  EXPECT_EQ(Printed("print(jobs()); print(jobs().length);"),
+            "[{\"report\":\"WTecLoteCad\",\"kind\":\"W\",\"file\":\"/tmp/ordem.pdf\",\"destination\":\"\"},"
+            "{\"report\":\"WEtqTecRolo\",\"kind\":\"T\",\"file\":\"\",\"destination\":\"10.0.0.7:9100\"}]\n0\n");
+}
+
+TEST_F(ScriptDriver, WaitingLetsWhatArrivesBeDealtWith) {
+  // What a device sends comes through the event loop; here a timer stands for it.
+  int count = 1;
+  char name[] = "script_tests";
+  char* values[] = {name, nullptr};
+  const QCoreApplication application(count, values);
+  bool arrived = false;
+  QTimer::singleShot(50, [&arrived] { arrived = true; });
+  QElapsedTimer time;
+  time.start();
+  EXPECT_EQ(Printed("print(wait(0)); print(wait(0.2));"), "true\ntrue\n");
+  EXPECT_TRUE(arrived);
+  EXPECT_GE(time.elapsed(), 200);
+  EXPECT_LT(time.elapsed(), 2000);
+}
+
+TEST_F(ScriptDriver, WhatItWasGivenAndWhatItThrows) {
+  app::script::RunOptions options{"teste.js", std::chrono::milliseconds(0), desk_.output, desk_.notes, {}};
+  options.given = {{"order", "000123"}, {"mill", "São João"}};
+  const auto result =
+      app::script::Run(desk_.application, desk_.person, "throw `${given.mill}: ${given.order}`;", options);
+  EXPECT_FALSE(result.ok);
+  EXPECT_EQ(result.error, "teste.js:1: São João: 000123");
+  EXPECT_EQ(result.thrown, "São João: 000123");
+  EXPECT_EQ(Printed("print(given);"), "{}\n");
+}
+
+TEST_F(ScriptDriver, WaitingIsBounded) {
+  for (const char* wrong : {"wait(-1)", "wait(601)", "wait()", "wait('x')", "wait(1 / 0)"}) {
+    EXPECT_NE(Error(wrong).find("wait quer de 0 a 600 segundos"), std::string::npos) << wrong;
+  }
+  const auto result = desk_.Run("wait(30)", std::chrono::milliseconds(200));
+  EXPECT_FALSE(result.ok);
+  EXPECT_NE(result.error.find("o tempo de 0.2 s acabou"), std::string::npos) << result.error;
 }
 
 // --- ways to fail ------------------------------------------------------------------------------------------------

@@ -60,6 +60,7 @@ class ToyApplication : public app::Application, private host::DeskEnvironment {
   app::ProgramClock& GetProgramClock() override { return clock_; }
   std::vector<app::MenuScreen> MenuScreens() override { return {}; }
   std::optional<std::string> AskFile(const app::FileQuestion& question) override { return person_.AskFile(question); }
+  void WriteParameter(std::string_view group, int number, std::string_view value) override;
   std::vector<app::PrintJob> TakeJobs() override { return std::exchange(jobs, {}); }
   std::vector<app::PrintJob> jobs;  // that the next TakeJobs hands back
 
@@ -72,6 +73,7 @@ class ToyApplication : public app::Application, private host::DeskEnvironment {
   std::unique_ptr<host::TEstoque> NewEstoque() override;
   std::unique_ptr<host::SerialPort> NewSerialPort(host::Screen& owner) override;
   void ShowModal(host::Screen& screen) override { desk_->ShowModal(screen); }
+  void Free(host::Screen& screen) override { desk_->Free(screen); }
 
  private:
   std::unique_ptr<host::Screen> CreateScreen(std::string_view screen_class) override;

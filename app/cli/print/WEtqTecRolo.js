@@ -7,7 +7,7 @@ if (rolls.length === 0) throw `A ordem ${given.order} não tem o rolo ${given.ro
 const told = () => messages().map(m => m.text).join(" ");
 const s = open("TfmMovBaiTec");
 s.type("EdtLote", given.order);
-const row = s.rows("TbRolos").findIndex(roll => Number(roll.ORDEM) === Number(given.roll));
+const row = s.rows("TbRolos").findIndex(roll => Number(roll.Ordem) === Number(given.roll));
 if (row < 0) throw told() || `A tela não mostra o rolo ${given.roll} da ordem ${given.order}.`;
 s.choose("CbImpressao", given.impression);
 s.enter("TbRolos");

@@ -257,7 +257,7 @@ void PreviewDialog::SavePdf() {
   if (path.isEmpty()) return;
   Guarded([&] {
     const BusyCursor busy;
-    printing::WritePdfWhole(printout_, FromQt(path));
+    printing::WritePdf(printout_, FromQt(path));
     job_ = PrintJob{printout_.report, printing::KindOf(printout_), FromQt(path), {}};
     note_->setText(QStringLiteral("Gravado: %1").arg(path));
     settings_.Write(kSettingsKey, kPreviewSection, kFolderName, FromQt(QFileInfo(path).absolutePath()));
