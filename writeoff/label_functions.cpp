@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "host/decimal.h"
+#include "host/errors.h"
 #include "host/text.h"
 
 namespace writeoff {
@@ -40,6 +41,18 @@ std::string Utf8(char16_t code_point) {
   return {byte(0xE0 | (code_point >> 12)), byte(0x80 | ((code_point >> 6) & 0x3F)), byte(0x80 | (code_point & 0x3F))};
 }
 
+// 0 for a code that is no character (and for the code 0).
+char16_t CodePoint(int code) {
+  const bool alike = code < kFirstUpperControl || code >= kFirstAlike;
+  return alike ? static_cast<char16_t>(code) : kUpperControls.at(static_cast<std::size_t>(code - kFirstUpperControl));
+}
+
+std::optional<int> WholeNumber(std::string_view text, int least, int most) {
+  const auto number = host::ParseTypedInteger(text);
+  const bool fits = number && !host::Trim(text).empty() && *number >= least && *number <= most;
+  return fits ? number : std::nullopt;
+}
+
 }  // namespace
 
 std::string TiraPontos(std::string_view text) {
@@ -61,28 +74,48 @@ std::string RemoveAcento(std::string_view text) {
   return plain;
 }
 
-std::optional<std::string> Chr1(std::string_view code) {
-  const auto number = host::ParseTypedInteger(code);
-  if (host::Trim(code).empty() || !number || *number < 0 || *number > 255) return std::nullopt;
-  if (*number < kFirstUpperControl || *number >= kFirstAlike) return Utf8(static_cast<char16_t>(*number));
-  const char16_t code_point = kUpperControls.at(static_cast<std::size_t>(*number - kFirstUpperControl));
-  if (code_point == 0) return std::nullopt;
+std::string Chr1(std::string_view code) {
+  const auto number = WholeNumber(code, 0, 255);
+  char16_t code_point = 0;
+  if (number) code_point = CodePoint(*number);
+  if (!number || (code_point == 0 && *number != 0)) {
+    throw host::InputError("CHR1() precisa do código de um caractere, e tem \"" + std::string(code) + "\"");
+  }
   return Utf8(code_point);
 }
 
-std::optional<std::string> ZeroE(std::string_view text, std::string_view length) {
-  const auto number = host::ParseTypedInteger(length);
-  if (host::Trim(length).empty() || !number || *number > kWidestLabel) return std::nullopt;
+std::string ZeroE(std::string_view text, std::string_view length) {
+  const auto number = WholeNumber(length, -kWidestLabel, kWidestLabel);
+  if (!number) {
+    throw host::InputError("ZeroE() precisa de um tamanho de até " + std::to_string(kWidestLabel) + ", e tem \"" +
+                           std::string(length) + "\"");
+  }
   const auto there = static_cast<int>(host::Length(text));
   return std::string(static_cast<std::size_t>(std::max(*number - there, 0)), '0') + std::string(text);
 }
 
 std::optional<std::string> LabelFunction(std::string_view name, const std::vector<std::string>& arguments) {
-  if (name == "ZeroE") return arguments.size() == 2 ? ZeroE(arguments[0], arguments[1]) : std::nullopt;
-  if (arguments.size() != 1) return std::nullopt;
-  if (name == "TiraPontos") return TiraPontos(arguments[0]);
-  if (name == "RemoveAcento") return RemoveAcento(arguments[0]);
-  if (name == "CHR1") return Chr1(arguments[0]);
+  const auto expect = [&](std::size_t count) {
+    if (arguments.size() == count) return;
+    throw host::InputError(std::string(name) + "() precisa de " + std::to_string(count) +
+                           (count == 1 ? " valor" : " valores") + ", e tem " + std::to_string(arguments.size()));
+  };
+  if (name == "TiraPontos") {
+    expect(1);
+    return TiraPontos(arguments[0]);
+  }
+  if (name == "RemoveAcento") {
+    expect(1);
+    return RemoveAcento(arguments[0]);
+  }
+  if (name == "CHR1") {
+    expect(1);
+    return Chr1(arguments[0]);
+  }
+  if (name == "ZeroE") {
+    expect(2);
+    return ZeroE(arguments[0], arguments[1]);
+  }
   return std::nullopt;
 }
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "host/errors.h"
+
 namespace writeoff {
 namespace {
 
@@ -41,51 +43,51 @@ TEST(RemoveAcento, KeepsWhatIsNotInTheTable) {
 }
 
 TEST(Chr1, IsTheCharacterWithThatCode) {
-  EXPECT_EQ(Chr1("27"), Result("\x1B"));
-  EXPECT_EQ(Chr1("2"), Result("\x02"));
-  EXPECT_EQ(Chr1("65"), Result("A"));
-  EXPECT_EQ(Chr1(" 65 "), Result("A"));
-  EXPECT_EQ(Chr1("127"), Result("\x7F"));
-  EXPECT_EQ(Chr1("0"), Result(std::string(1, '\0')));
+  EXPECT_EQ(Chr1("27"), "\x1B");
+  EXPECT_EQ(Chr1("2"), "\x02");
+  EXPECT_EQ(Chr1("65"), "A");
+  EXPECT_EQ(Chr1(" 65 "), "A");
+  EXPECT_EQ(Chr1("127"), "\x7F");
+  EXPECT_EQ(Chr1("0"), std::string(1, '\0'));
 }
 
 TEST(Chr1, AboveAsciiIsOfTheSystemsCharacterSet) {
-  EXPECT_EQ(Chr1("128"), Result("€"));
-  EXPECT_EQ(Chr1("150"), Result("–"));
-  EXPECT_EQ(Chr1("159"), Result("Ÿ"));
-  EXPECT_EQ(Chr1("160"), Result("\u00A0"));
-  EXPECT_EQ(Chr1("231"), Result("ç"));
-  EXPECT_EQ(Chr1("255"), Result("ÿ"));
+  EXPECT_EQ(Chr1("128"), "€");
+  EXPECT_EQ(Chr1("150"), "–");
+  EXPECT_EQ(Chr1("159"), "Ÿ");
+  EXPECT_EQ(Chr1("160"), "\u00A0");
+  EXPECT_EQ(Chr1("231"), "ç");
+  EXPECT_EQ(Chr1("255"), "ÿ");
 }
 
 TEST(Chr1, KnowsNoOtherCodes) {
   for (const char* code : {"", " ", "A", "1.5", "1,5", "-1", "256", "129", "141", "143", "144", "157", "99999999999"}) {
-    EXPECT_EQ(Chr1(code), std::nullopt) << code;
+    EXPECT_THROW(Chr1(code), host::InputError) << code;
   }
 }
 
 TEST(ZeroE, PadsToTheLength) {
-  EXPECT_EQ(ZeroE("7", "3"), Result("007"));
-  EXPECT_EQ(ZeroE("", "3"), Result("000"));
-  EXPECT_EQ(ZeroE("123", "3"), Result("123"));
-  EXPECT_EQ(ZeroE("7", "1000")->size(), 1000u);
+  EXPECT_EQ(ZeroE("7", "3"), "007");
+  EXPECT_EQ(ZeroE("", "3"), "000");
+  EXPECT_EQ(ZeroE("123", "3"), "123");
+  EXPECT_EQ(ZeroE("7", "1000").size(), 1000u);
 }
 
 TEST(ZeroE, LeavesALongerTextAlone) {
-  EXPECT_EQ(ZeroE("12345", "3"), Result("12345"));
-  EXPECT_EQ(ZeroE("12345", "0"), Result("12345"));
-  EXPECT_EQ(ZeroE("12345", "-4"), Result("12345"));
+  EXPECT_EQ(ZeroE("12345", "3"), "12345");
+  EXPECT_EQ(ZeroE("12345", "0"), "12345");
+  EXPECT_EQ(ZeroE("12345", "-4"), "12345");
 }
 
 TEST(ZeroE, CountsCharacters) {
-  EXPECT_EQ(ZeroE("çã", "3"), Result("0çã"));
-  EXPECT_EQ(ZeroE("ção", "3"), Result("ção"));
-  EXPECT_EQ(ZeroE("€", "2"), Result("0€"));
+  EXPECT_EQ(ZeroE("çã", "3"), "0çã");
+  EXPECT_EQ(ZeroE("ção", "3"), "ção");
+  EXPECT_EQ(ZeroE("€", "2"), "0€");
 }
 
 TEST(ZeroE, KnowsNoOtherLengths) {
   for (const char* length : {"", "x", "1.5", "1001", "2000000000", "99999999999"}) {
-    EXPECT_EQ(ZeroE("7", length), std::nullopt) << length;
+    EXPECT_THROW(ZeroE("7", length), host::InputError) << length;
   }
 }
 
@@ -101,12 +103,24 @@ TEST(LabelFunction, LeavesEverythingElseUnhandled) {
     EXPECT_EQ(LabelFunction(name, {"1"}), std::nullopt) << name;
     EXPECT_EQ(LabelFunction(name, {"1", "2"}), std::nullopt) << name;
   }
-  for (const char* name : {"TiraPontos", "RemoveAcento", "CHR1"}) {
-    EXPECT_EQ(LabelFunction(name, {}), std::nullopt) << name;
-    EXPECT_EQ(LabelFunction(name, {"1", "2"}), std::nullopt) << name;
+}
+
+std::string Sentence(const char* name, const std::vector<std::string>& arguments) {
+  try {
+    LabelFunction(name, arguments);
+  } catch (const host::InputError& error) {
+    return error.what();
   }
-  EXPECT_EQ(LabelFunction("ZeroE", {"1"}), std::nullopt);
-  EXPECT_EQ(LabelFunction("ZeroE", {"1", "2", "3"}), std::nullopt);
+  return "none";
+}
+
+TEST(LabelFunction, SaysWhatIsWrongWithTheArguments) {
+  EXPECT_EQ(Sentence("TiraPontos", {}), "TiraPontos() precisa de 1 valor, e tem 0");
+  EXPECT_EQ(Sentence("RemoveAcento", {"1", "2"}), "RemoveAcento() precisa de 1 valor, e tem 2");
+  EXPECT_EQ(Sentence("CHR1", {}), "CHR1() precisa de 1 valor, e tem 0");
+  EXPECT_EQ(Sentence("ZeroE", {"1"}), "ZeroE() precisa de 2 valores, e tem 1");
+  EXPECT_EQ(Sentence("CHR1", {"x"}), "CHR1() precisa do código de um caractere, e tem \"x\"");
+  EXPECT_EQ(Sentence("ZeroE", {"1", "x"}), "ZeroE() precisa de um tamanho de até 1000, e tem \"x\"");
 }
 
 }  // namespace
