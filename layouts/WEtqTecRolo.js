@@ -37,13 +37,14 @@ function defectsOf(roll) {
     const name = plain(row.DESCRICAO) || plain(row.CODIGO);
     found.set(name, (found.get(name) || 0) + 1);
   }
-  const most = 105;  // characters in two lines of this size
+  const room = 1.85 * (width - 13);  // two lines, less what their break may leave empty
   let shown = "";
   let hidden = 0;
   for (const [name, times] of found) {
     const one = times > 1 ? name + " (" + times + ")" : name;
-    if (hidden > 0 || (shown !== "" && shown.length + one.length > most)) hidden += 1;
-    else shown += (shown === "" ? "" : ", ") + one;
+    const longer = (shown === "" ? "" : shown + ", ") + one;
+    if (hidden > 0 || (shown !== "" && textWidth(longer + " e mais 99", { size: 6.5 }) > room)) hidden += 1;
+    else shown = longer;
   }
   return hidden > 0 ? shown + " e mais " + hidden : shown;
 }
@@ -55,22 +56,22 @@ const line = (y) => ({ line: [left, y, right, y], width: 0.25 });
 
 function header(roll) {
   return [
-    { text: plain(info.company), x: left, y: 1.4, w: 44, h: 4.4, size: 8, shrink: true, valign: "middle" },
-    { text: joined("Ordem", roll.NUMERO), x: 47, y: 1.4, w: 29, h: 4.4, size: 10, bold: true, shrink: true,
+    { text: plain(info.company), x: left, y: 1, w: 44, h: 4.4, size: 8, shrink: true, valign: "middle" },
+    { text: joined("Ordem", roll.NUMERO), x: 47, y: 1, w: 29, h: 4.4, size: 10, bold: true, shrink: true,
       align: "right", valign: "middle" },
-    { box: [78, 1.2, 20, 4.9], fill: "black" },
-    { text: joined("ROLO", roll.ORDEM), x: 78.5, y: 1.2, w: 19, h: 4.9, size: 11, bold: true, shrink: true,
+    { box: [78, 0.9, 20, 4.7], fill: "black" },
+    { text: joined("ROLO", roll.ORDEM), x: 78.5, y: 0.9, w: 19, h: 4.7, size: 11, bold: true, shrink: true,
       align: "center", valign: "middle", color: "white" },
   ];
 }
 
 function fabric(roll, about) {
-  const w = 79;
+  const w = 77;
   return [
-    value(joined(roll.DESCRICAO), left, 6.6, w, 14),
-    value(joined(roll.CODIGO), left, 13.4, 27, 11),
-    value(joined("Cor", roll.COR, about.colour), left + 28, 13.4, w - 28, 11),
-    { text: about.make, x: left, y: 18.8, w, h: 3.2, size: 6.5, shrink: true },
+    value(joined(roll.DESCRICAO), left, 6.2, w, 14, { h: 7, wrap: true, valign: "middle" }),
+    value(joined(roll.CODIGO), left, 13.4, 26, 11, { h: 5.4, valign: "middle" }),
+    value(joined("Cor", roll.COR, about.colour), left + 27, 13.4, w - 27, 11, { h: 5.4, wrap: true, valign: "middle" }),
+    { text: about.make, x: left, y: 19.1, w, h: 3.2, size: 6.5, shrink: true },
   ];
 }
 
@@ -78,12 +79,12 @@ function amount(roll, about) {
   const kilograms = about.unit.toUpperCase() === "KG";
   const shown = roll.QTDE === null ? "" : number(roll.QTDE, kilograms ? "#,##0.000" : "#,##0.###");
   return [
-    line(22.4),
-    caption(kilograms ? "PESO LÍQUIDO" : "QUANTIDADE", left, 22.8, 45),
-    value(joined(shown, about.unit.toLowerCase()), left, 24.6, 46, 26, { h: 11, valign: "middle" }),
-    { line: [49.5, 22.4, 49.5, 36], width: 0.25 },
-    caption("LOTE", 51, 22.8, 45),
-    value(plain(roll.LOTE), 51, 24.6, right - 51, 26, { h: 11, valign: "middle" }),
+    line(22.8),
+    caption(kilograms ? "PESO LÍQUIDO" : "QUANTIDADE", left, 23.1, 45),
+    value(joined(shown, about.unit.toLowerCase()), left, 24.8, 46, 26, { h: 11, valign: "middle" }),
+    { line: [49.5, 22.8, 49.5, 36], width: 0.25 },
+    caption("LOTE", 51, 23.1, 45),
+    value(plain(roll.LOTE), 51, 24.8, right - 51, 26, { h: 11, valign: "middle" }),
     line(36),
   ];
 }
@@ -122,11 +123,11 @@ function codes(roll, about) {
   const lot = plain(roll.LOTE);
   const items = [];
   if (encodes("code128", lot)) {
-    items.push({ barcode: "code128", value: lot, x: left, y, w: article ? 56 : width, h });
+    items.push({ barcode: "code128", value: lot, x: left, y, w: article ? 56 : width, h, text: false });
   }
   if (article) items.push({ barcode: "itf14", value: gtin, x: 58, y, w: right - 58, h, text: true });
   const both = joined("LOTE", lot, "PESO", roll.QTDE === null ? "" : roll.QTDE.toFixed(3), about.unit.toUpperCase());
-  items.push({ barcode: "qr", value: both, x: 82.5, y: 6.6, w: 15.5, h: 15.5 });
+  items.push({ barcode: "qr", value: both, x: 81, y: 5.9, w: 17, h: 16.8 });
   return items;
 }
 

@@ -12,6 +12,9 @@ const positive = (value, format) => value > 0 ? number(value, format) : "";
 
 const order = QryRelatorio.first || {};
 
+const amount = (quantity, unit) =>
+  joined(number(quantity, plain(unit).toUpperCase() === "KG" ? "#,##0.000" : "#,##0.###"), plain(unit).toLowerCase());
+
 // A fabric whose composition tells feeders or speed differently from yarn to yarn comes in several rows: it is one item,
 // with all that is told.
 function readItems() {
@@ -51,9 +54,6 @@ function totalOf() {
   }
   return [...sums].map(([unit, sum]) => amount(sum, unit)).join("  +  ");
 }
-
-const amount = (quantity, unit) =>
-  joined(number(quantity, plain(unit).toUpperCase() === "KG" ? "#,##0.000" : "#,##0.###"), plain(unit).toLowerCase());
 
 // --- parts of a page -------------------------------------------------------------------------------------------------
 
@@ -122,9 +122,12 @@ function itemBand(rows) {
   const remarks = [more, row.OBS_ITEM, plain(row.OBS_CUSTO_MALHA) && "Preço: " + plain(row.OBS_CUSTO_MALHA)]
     .map(plain).filter((one) => one !== "");
   return [
-    band({ items: shown, height: 15.6, keepWithNext: remarks.length > 0 }),
-    ...remarks.map((words) => paragraph(words, { size: 8.5 })),
-    space(2),
+    band({ items: shown, height: 15.8, keepWithNext: remarks.length > 0 }),
+    ...remarks.map((words, at) => band({
+      items: [{ text: words, x: 1, y: 0, w: WIDTH - 2, size: 8.5, wrap: true }],
+      keepWithNext: at + 1 < remarks.length,
+    })),
+    space(2.5),
   ];
 }
 
@@ -136,20 +139,20 @@ function itemSection() {
 // --- yarns, stitch patterns, remarks ---------------------------------------------------------------------------------
 
 const yarnSection = () => [...section("Fios"), table({
-  rows: TbFios.rows,
+  rows: TbFios,
   zebra: true,
   totals: "Total",
   empty: "Nenhum fio na composição das malhas.",
   columns: [
     { caption: "Código", field: "Codigo", width: 19 },
     { caption: "Fio", field: "Descricao", width: "*", wrap: true },
-    { caption: "Cor", value: (yarn) => joined(yarn.COR, yarn.DESCCOR), width: 36, wrap: true },
+    { caption: "Cor", value: (yarn) => joined(yarn.COR, yarn.DESCCOR), width: 34, wrap: true },
     { caption: "Ne", value: (yarn) => positive(yarn.NE, "0"), width: 9, align: "right" },
-    { caption: "LFA", value: (yarn) => positive(yarn.LFA, "0.##"), width: 14, align: "right" },
+    { caption: "LFA", value: (yarn) => positive(yarn.LFA, "0.##"), width: 13, align: "right" },
     { caption: "Roca", value: (yarn) => positive(yarn.ROCA, "0"), width: 11, align: "right" },
     { caption: "Ponto", value: (yarn) => positive(yarn.MILIMETRO, "0.00"), width: 13, align: "right" },
     { caption: "Tensão", value: (yarn) => positive(yarn.TENSAO, "0.##"), width: 14, align: "right" },
-    { caption: "Consumo", field: "Consumo", format: "#,##0.000", width: 26, align: "right", total: true },
+    { caption: "Consumo", field: "Consumo", format: "#,##0.000", width: 23, align: "right", total: true },
     { caption: "Un.", field: "Unidade", width: 9 },
   ],
 })];

@@ -81,10 +81,10 @@ function items() {
 }
 
 function yarns() {
-  const head = [...section("Fios"), columns([12, "Código"], [22, "Fio"], [12, "Cor"], [-6, "LFA"], [-4, "Roca"],
+  const head = [...section("Fios"), columns([12, "Código"], [21, "Fio"], [12, "Cor"], [-6, "LFA"], [-4, "Roca"],
                                             [-5, "Ponto"], [-10, "Consumo"], [3, "Un."])];
   const lines = TbFios.rows.map((yarn) =>
-    columns([12, yarn.CODIGO], [22, yarn.DESCRICAO], [12, joined(yarn.COR, yarn.DESCCOR)], [-6, positive(yarn.LFA, "0.##")],
+    columns([12, yarn.CODIGO], [21, yarn.DESCRICAO], [12, joined(yarn.COR, yarn.DESCCOR)], [-6, positive(yarn.LFA, "0.##")],
             [-4, positive(yarn.ROCA, "0")], [-5, positive(yarn.MILIMETRO, "0.00")], [-10, number(yarn.CONSUMO || 0, "0.000")],
             [3, yarn.UNIDADE]));
   return lines.length === 0 ? [[...section("Fios"), "Nenhum fio na composição das malhas."]]
