@@ -44,6 +44,18 @@ class WeighingMill : public WriteOffMill {
     EXPECT_EQ(mill_.Desk().TypeInto(dynamic_cast<host::Edit&>(*mill_.Desk().Focused()), code), host::ActResult::kDone);
     return Press(host::Key::kEnter);
   }
+  /// No quantity, no roll, nothing logged, the port closed.
+  void ExpectNothingTaken() {
+    EXPECT_EQ(Text("EdtQtde"), "");
+    EXPECT_TRUE(Rolls().empty());
+    EXPECT_FALSE(Scale().Connected());
+    EXPECT_EQ(Log(), std::vector<std::string>());
+  }
+  /// Typed and not left.
+  void TypeQuantity(const char* text) {
+    Enter("EdtQtde");
+    ASSERT_EQ(mill_.Desk().TypeInto(dynamic_cast<host::Edit&>(*mill_.Desk().Focused()), text), host::ActResult::kDone);
+  }
   /// Quantities of the order's rolls, in the order they were written.
   std::vector<double> Weights() {
     std::vector<double> weights;
