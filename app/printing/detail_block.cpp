@@ -11,7 +11,7 @@ void FlowDetail(const Detail& detail, int line, FlowContext& context) {
   for (std::size_t row = 0; row < rows.Size(); ++row) {
     walk.GoTo(row);
     if (detail.group && walk.Begins()) {
-      Strip header = GroupHeader(*detail.group, row, rows, context.base, line, context);
+      Strip header = GroupHeader(*detail.group, row, rows, {context.base, 0}, line, context);
       if (header.height > 0) context.sink.Add(std::move(header));
     }
     const QJSValue blocks =

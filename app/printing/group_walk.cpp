@@ -29,9 +29,10 @@ void GroupWalk::GoTo(std::size_t row) {
   ends_ = last || next_key_ != key_;
 }
 
-Strip GroupHeader(const Grouping& grouping, std::size_t row, RowSource& rows, const TextStyle& style, int line,
+Strip GroupHeader(const Grouping& grouping, std::size_t row, RowSource& rows, const GroupType& type, int line,
                   FlowContext& context) {
-  constexpr double kAir = 1;  // millimetres above and below a text
+  constexpr double kAbove = 2;  // millimetres
+  constexpr double kBelow = 0.7;
   Strip strip;
   strip.keep_with_next = true;
   if (grouping.header.isUndefined()) return strip;
@@ -40,19 +41,20 @@ Strip GroupHeader(const Grouping& grouping, std::size_t row, RowSource& rows, co
     strip.height = PlaceItems(ItemsOf(header, "\"header\" de \"group\""), context.Room(), strip.items);
     return strip;
   }
-  TextStyle bold = style;
+  TextStyle bold = type.style;
   bold.bold = true;
   const std::uint32_t index = context.measure.StyleIndex(bold);
   const QString text = PrintedText(header, "o texto de \"header\" de \"group\"");
-  double y = kAir;
-  for (const QString& text_line : context.measure.Lines(index, text, context.width)) {
+  double y = kAbove;
+  for (const QString& text_line : context.measure.Lines(index, text, context.width - type.indent)) {
     if (!text_line.isEmpty()) {
-      strip.items.texts.push_back(LineOfText(context.measure, index, text_line.toStdString(), context.left, y,
-                                             context.width, TextAlign::kLeft));
+      strip.items.texts.push_back(LineOfText(context.measure, index, text_line.toStdString(),
+                                             context.left + type.indent, y, context.width - type.indent,
+                                             TextAlign::kLeft));
     }
     y += LineHeight(bold.size);
   }
-  strip.height = y + kAir;
+  strip.height = y + kBelow;
   return strip;
 }
 

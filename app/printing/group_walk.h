@@ -35,9 +35,14 @@ class GroupWalk {
   bool ends_ = false;
 };
 
-/// The strip that begins a group, kept with what follows; without height when the grouping has no header. A text is set
-/// bold in `style`.
-Strip GroupHeader(const Grouping& grouping, std::size_t row, RowSource& rows, const TextStyle& style, int line,
+/// How a group's header is set when it is a text.
+struct GroupType {
+  const TextStyle& style;  // made bold
+  double indent = 0;       // millimetres from the body's left edge
+};
+
+/// The strip that begins a group, kept with what follows; without height when the grouping has no header.
+Strip GroupHeader(const Grouping& grouping, std::size_t row, RowSource& rows, const GroupType& type, int line,
                   FlowContext& context);
 
 }  // namespace app::printing

@@ -14,7 +14,6 @@ namespace {
 constexpr double kAir = 0.5;  // millimetres above and below the text of a row
 constexpr double kHeadLine = 0.25;
 constexpr double kTotalLine = 0.2;
-constexpr double kLineToText = 0.9;  // millimetres from a column's edge to its text, for captions across columns
 constexpr std::uint32_t kHeadFill = 0xE4E4E4;
 constexpr std::uint32_t kZebraFill = 0xF3F3F3;
 
@@ -124,7 +123,7 @@ class TableFlow {
   void BeginGroup(std::size_t row, const std::shared_ptr<const Strip>& head) {
     group_totals_.Clear();
     rows_of_group_ = 0;
-    Strip header = GroupHeader(*table_.group, row, *table_.rows, style_, line_, context_);
+    Strip header = GroupHeader(*table_.group, row, *table_.rows, {style_, kColumnAir}, line_, context_);
     context_.sink.SetRepeated(head);
     if (header.height <= 0) return;
     // On a page that begins in the middle of the group its header stands again below the table's.
@@ -171,7 +170,7 @@ class TableFlow {
     double first_total = context_.left + context_.width;
     for (std::size_t at = 0; at < places.size(); ++at) {
       if (!places[at].total) continue;
-      first_total = std::min(first_total, places[at].x - kLineToText);
+      first_total = std::min(first_total, places[at].x - kColumnAir);
       const std::string text = columns_.Shown(at, host::Value(totals.Sum(at)));
       PutLines(LinesOf(bold_, text, places[at].width, false), bold_, places[at], kAir, strip);
     }
@@ -184,7 +183,7 @@ class TableFlow {
   void AddEmpty() {
     if (table_.empty.isEmpty()) return;
     Strip strip;
-    const TableColumns::Place room{columns_.Places().front().x, context_.width - 2 * kLineToText, TextAlign::kLeft,
+    const TableColumns::Place room{columns_.Places().front().x, context_.width - 2 * kColumnAir, TextAlign::kLeft,
                                    false, false};
     const std::vector<QString> lines = LinesOf(plain_, table_.empty.toStdString(), room.width, true);
     PutLines(lines, plain_, room, kAir, strip);

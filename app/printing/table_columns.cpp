@@ -10,7 +10,6 @@
 namespace app::printing {
 namespace {
 
-constexpr double kAir = 0.8;      // millimetres between a column's edge and its text
 constexpr double kNarrowest = 3;  // of a column that takes what the others leave
 constexpr double kTolerance = 0.01;
 
@@ -56,7 +55,7 @@ void TableColumns::Spread(double left, double width) {
     if (!column.width && wide < kNarrowest) {
       throw Mistake("não sobra lugar para a coluna " + Quoted(column.caption.toStdString()) + " da tabela");
     }
-    const double air = std::min(kAir, wide / 4);
+    const double air = std::min(kColumnAir, wide / 4);
     places_.push_back({x + air, wide - 2 * air, column.align.value_or(DefaultAlign(at)), column.wrap, column.total});
     x += wide;
   }

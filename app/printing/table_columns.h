@@ -11,6 +11,8 @@
 
 namespace app::printing {
 
+inline constexpr double kColumnAir = 1;  // millimetres between a column's edge and its text
+
 /// A value with what is printed of it.
 struct Cell {
   host::Value value;
