@@ -89,7 +89,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
         parameters_(*database_),
         tables_(*database_),
         periods_(*database_),
-        settings_(SettingsFile(options)),
+        settings_(services::OpenUserSettings(options.settings_file)),
         company_(options.connect.company),
         layouts_folder_(FolderOfLayouts(options, SettingsFile(options))),
         equipment_(options.equipment != nullptr ? *options.equipment : no_equipment_),
@@ -125,7 +125,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   host::Contabil& GetContabil() override { return periods_; }
   host::Dialogs& GetDialogs() override { return dialogs_; }
   host::Clock& GetClock() override { return clock_; }
-  host::UserSettings& GetUserSettings() override { return settings_; }
+  host::UserSettings& GetUserSettings() override { return *settings_; }
   std::unique_ptr<host::TEstoque> NewEstoque() override {
     return std::make_unique<services::StockMovement>(*database_);
   }
@@ -165,7 +165,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   services::Parameters parameters_;
   services::Tables tables_;
   services::Periods periods_;
-  services::FileUserSettings settings_;
+  std::unique_ptr<host::UserSettings> settings_;
   std::string company_;
   std::string layouts_folder_;
   NoEquipment no_equipment_;
@@ -255,7 +255,7 @@ std::string ReferenceApplication::AskDate(std::string_view caption, std::string_
 }
 
 std::unique_ptr<host::SerialPort> ReferenceApplication::NewSerialPort(host::Screen& owner) {
-  PortUse use{settings_, {}, {}};
+  PortUse use{*settings_, {}, {}};
   use.set_up = [this](scale::ScaleSettings& settings) {
     database_->MakeDurable();
     return person_.SetUpScale(settings);
@@ -276,7 +276,7 @@ void ReferenceApplication::Print(std::string_view report, char kind, host::Repor
                                  host::Screen& owner, const host::ReportFlags& flags) {
   database_->MakeDurable();  // paper cannot be taken back
   const PrintRequest request{std::string(report), kind,     unknown_functions, owner,           flags,
-                             general_.vUsuario(), company_, clock_.Now(),      layouts_folder_, settings_};
+                             general_.vUsuario(), company_, clock_.Now(),      layouts_folder_, *settings_};
   if (auto job = equipment_.Print(request)) jobs_.push_back(std::move(*job));
 }
 

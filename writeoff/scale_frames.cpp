@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/decimal.h"
+#include "host/scale_digits.h"
 
 namespace writeoff {
 namespace {
@@ -86,12 +87,9 @@ std::string NewestFrame(std::string_view received) {
 }
 
 std::optional<double> WeightOfDigits(std::string_view frame, int decimals) {
-  std::string digits;
-  std::copy_if(frame.begin(), frame.end(), std::back_inserter(digits), IsDigit);
-  const auto length = static_cast<std::ptrdiff_t>(digits.size());
-  if (decimals < 0 || length <= decimals) return std::nullopt;
-  digits.insert(static_cast<std::size_t>(length - decimals - 1), ",");
-  return host::ParseTyped(digits);
+  const auto digits = host::ScaleDigits(frame, decimals);
+  if (!digits) return std::nullopt;
+  return host::ParseTyped(*digits);
 }
 
 }  // namespace writeoff

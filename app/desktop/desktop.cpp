@@ -37,16 +37,12 @@ void TellFatal(QtMsgType type, const QMessageLogContext& context, const QString&
   if (!starting) qt_message(type, context, text);
 }
 
-std::string SettingsFile(const DesktopOptions& options) {
-  return options.settings_file.empty() ? services::FileUserSettings::DefaultPath() : options.settings_file;
-}
-
 // Until nobody signs in any more.
 void Work(const DesktopOptions& options, const host::Module& module) {
   // Read only: the program, once started, keeps the settings in the same file.
-  services::FileUserSettings settings(SettingsFile(options));
+  const auto settings = services::OpenUserSettings(options.settings_file);
   DesktopEquipment equipment;
-  Entrance entrance(options, module, settings, DataFolder(), &equipment);
+  Entrance entrance(options, module, *settings, DataFolder(), &equipment);
   for (;;) {
     WindowPerson person;
     const std::unique_ptr<Application> application = entrance.Enter(person);
@@ -72,7 +68,7 @@ int RunDesktop(const DesktopOptions& options, const host::Module& module) {
   QApplication::setApplicationVersion(ToQt(options.version));
   try {
     const std::string theme =
-        services::FileUserSettings(SettingsFile(options)).Read(kSettingsKey, kWindowSection, kThemeName).value_or("");
+        services::OpenUserSettings(options.settings_file)->Read(kSettingsKey, kWindowSection, kThemeName).value_or("");
     ApplyTheme(ThemeFromName(theme));
     Work(options, module);
     return 0;

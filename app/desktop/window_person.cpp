@@ -7,6 +7,7 @@
 #include "app/desktop/error_box.h"
 #include "app/desktop/lookup_dialog.h"
 #include "app/desktop/message_boxes.h"
+#include "app/desktop/scale_setup.h"
 #include "app/desktop/text.h"
 #include "host/kit/desk.h"
 
@@ -78,6 +79,8 @@ std::optional<std::string> WindowPerson::AskFile(const FileQuestion& question) {
   if (chosen.isEmpty()) return std::nullopt;
   return FromQt(chosen);
 }
+
+bool WindowPerson::SetUpScale(scale::ScaleSettings& settings) { return AskScaleSetup(BoxParent(), settings); }
 
 void WindowPerson::TellError(std::string_view title, const std::exception& error) {
   ShowError(BoxParent(), ToQt(title), error);

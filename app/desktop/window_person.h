@@ -34,6 +34,7 @@ class WindowPerson : public Person {
                                       std::string_view proposed) override;
   std::string AskDate(std::string_view caption, std::string_view prompt) override;
   std::optional<std::string> AskFile(const FileQuestion& question) override;
+  bool SetUpScale(scale::ScaleSettings& settings) override;
   /// The sentence, with what a technician wants to know behind a button that also copies it.
   void TellError(std::string_view title, const std::exception& error) override;
   std::optional<host::LookupRow> PickRow(host::TPesquisa& lookup, LookupOffer& offer) override;

@@ -42,6 +42,7 @@ std::vector<std::string> ScriptedPerson::Unused() const {
     lines.push_back("resposta \"" + answer.reply + "\" a \"" + answer.what + "\"");
   for (const Prepared& pick : picks_) lines.push_back("escolha \"" + pick.reply + "\" em " + pick.what);
   for (const ModalPlan& plan : modals_) lines.push_back("tela " + plan.screen);
+  for (const scale::ScaleSettings& scale : scales_) lines.push_back("configuração da balança em " + scale.port.port);
   return lines;
 }
 
@@ -90,6 +91,16 @@ std::optional<std::string> ScriptedPerson::AskFile(const FileQuestion& question)
   auto reply = TakeAnswer(question.title);
   if (!reply) unexpected_.push_back("arquivo \"" + question.title + "\"");
   return reply;
+}
+
+bool ScriptedPerson::SetUpScale(scale::ScaleSettings& settings) {
+  if (scales_.empty()) {
+    unexpected_.emplace_back("configuração da balança");
+    return false;
+  }
+  settings = std::move(scales_.front());
+  scales_.pop_front();
+  return true;
 }
 
 void ScriptedPerson::TellError(std::string_view title, const std::exception& error) {

@@ -30,6 +30,9 @@ class ScriptedPerson : public Person {
   /// afterwards is closed as by its window's close button.
   void OnModal(std::string_view screen, std::function<void(host::Screen&, host::Desk&)> act);
 
+  /// What the person sets the scale up as when asked next.
+  void SetScale(const scale::ScaleSettings& settings) { scales_.push_back(settings); }
+
   /// Boxes and questions shown since the last call.
   std::vector<Shown> TakeMessages();
   /// Errors that nobody caught, shown since the last call; they are among the messages too.
@@ -53,6 +56,7 @@ class ScriptedPerson : public Person {
   std::string AskDate(std::string_view caption, std::string_view prompt) override;
   /// Answered by the question's title.
   std::optional<std::string> AskFile(const FileQuestion& question) override;
+  bool SetUpScale(scale::ScaleSettings& settings) override;
 
  private:
   struct Prepared {
@@ -69,6 +73,7 @@ class ScriptedPerson : public Person {
   std::deque<Prepared> answers_;
   std::deque<Prepared> picks_;
   std::deque<ModalPlan> modals_;
+  std::deque<scale::ScaleSettings> scales_;
   std::vector<Shown> messages_;
   std::vector<std::string> errors_;
   std::vector<std::string> unexpected_;

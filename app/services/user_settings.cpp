@@ -5,6 +5,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "app/services/registry_settings.h"
 #include "host/errors.h"
 
 namespace app::services {
@@ -69,6 +70,7 @@ void FileUserSettings::Load() {
   loaded_ = true;
   std::ifstream in(path_, std::ios::binary);
   for (std::string line; std::getline(in, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();  // one that belongs to the value is written "\\r"
     const std::size_t sign = line.find('=');
     if (sign == std::string::npos) continue;
     values_[Unescape(std::string_view(line).substr(0, sign))] = Unescape(std::string_view(line).substr(sign + 1));
@@ -103,6 +105,13 @@ void FileUserSettings::Write(std::string_view key, std::string_view section, std
   Load();
   values_[FullName(key, section, name)] = value;
   Save();
+}
+
+std::unique_ptr<host::UserSettings> OpenUserSettings(const std::string& path) {
+#ifdef _WIN32
+  if (path.empty()) return std::make_unique<RegistryUserSettings>();
+#endif
+  return std::make_unique<FileUserSettings>(path.empty() ? FileUserSettings::DefaultPath() : path);
 }
 
 }  // namespace app::services

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,8 +12,8 @@
 namespace app::services {
 
 /// One line per value, "key/section/name=value"; line breaks and backslashes in a value are written "\n" and "\\".
-/// The file is read at the first use and written whole at each Write, first under another name, so that a crash never
-/// leaves half of it.
+/// Whoever edits it by hand may end lines as Windows does. The file is read at the first use and written whole at each
+/// Write, first under another name, so that a crash never leaves half of it.
 class FileUserSettings : public host::UserSettings {
  public:
   /// `path` need not exist yet; its folder is made at the first Write.
@@ -33,5 +34,9 @@ class FileUserSettings : public host::UserSettings {
   bool loaded_ = false;
   std::map<std::string, std::string, std::less<>> values_;
 };
+
+/// The settings in that file; with an empty path those of the person who runs the program, in the place that the
+/// operating system keeps for them: the registry of Windows, elsewhere the file at DefaultPath.
+std::unique_ptr<host::UserSettings> OpenUserSettings(const std::string& path);
 
 }  // namespace app::services

@@ -13,6 +13,7 @@
 
 #include "app/scale/frame.h"
 #include "app/serial/open_error.h"
+#include "host/restored.h"
 #include "simulated_scale.h"
 
 namespace {
@@ -326,8 +327,11 @@ TEST(Port, WhatAnActLeavesUnreadIsForgotten) {
   SimulatedScale scale(Options(2));
   PortInProgram program(scale->PortName());
   std::string received;
+  bool waits = false;
   program.port->OnRxChar = [&] {
+    if (waits) return;
     if (program.acts == 1) {
+      const host::Restored<bool> waiting(waits, true);
       program.port->Wait(milliseconds(200), {});
       EXPECT_NE(program.port->Read(4), "");
       scale->SetWeight(55.5);
