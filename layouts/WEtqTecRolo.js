@@ -20,7 +20,7 @@ function aboutFabric(roll) {
   const item = itemOf(roll) || {};
   return {
     colour: plain(stock.DESC_COR) || plain(item.DESC_COR),
-    unit: plain(stock.UNIDADE) || plain(item.UNIDADE) || "KG",
+    unit: (plain(stock.UNIDADE) || plain(item.UNIDADE) || "KG").toUpperCase(),
     make: [plain(stock.COMPOSICAO),
            stock.LARGURA > 0 ? number(stock.LARGURA, "0.00") + " m" : "",
            stock.GRAMATURA > 0 ? number(stock.GRAMATURA, "0") + " g/m²" : ""].filter((part) => part !== "").join("  ·  "),
@@ -67,17 +67,18 @@ function header(roll) {
 
 function fabric(roll, about) {
   const w = 77;
+  const colour = joined(roll.COR, about.colour);
   return [
     value(joined(roll.DESCRICAO), left, 6.2, w, 14, { h: 7, wrap: true, valign: "middle" }),
     value(joined(roll.CODIGO), left, 13.4, 26, 11, { h: 5.4, valign: "middle" }),
-    value(joined("Cor", roll.COR, about.colour), left + 27, 13.4, w - 27, 11, { h: 5.4, wrap: true, valign: "middle" }),
+    value(colour === "" ? "" : "Cor " + colour, left + 27, 13.4, w - 27, 11, { h: 5.4, wrap: true, valign: "middle" }),
     { text: about.make, x: left, y: 19.1, w, h: 3.2, size: 6.5, shrink: true },
   ];
 }
 
 function amount(roll, about) {
-  const kilograms = about.unit.toUpperCase() === "KG";
-  const shown = roll.QTDE === null ? "" : number(roll.QTDE, kilograms ? "#,##0.000" : "#,##0.###");
+  const kilograms = about.unit === "KG";
+  const shown = roll.QTDE === null ? "—" : number(roll.QTDE, kilograms ? "#,##0.000" : "#,##0.###");
   return [
     line(22.8),
     caption(kilograms ? "PESO LÍQUIDO" : "QUANTIDADE", left, 23.1, 45),
@@ -99,7 +100,7 @@ function details(roll) {
   ];
   let x = left;
   return cells.map(([name, shown, w]) => {
-    const items = [caption(name, x, 36.3, w - 1), value(shown, x, 38.6, w - 1, 8)];
+    const items = [caption(name, x, 36.3, w - 1), value(shown, x, 38.4, w - 1, 8, { h: 4.2, valign: "middle" })];
     x += w;
     return items;
   });
@@ -126,8 +127,8 @@ function codes(roll, about) {
     items.push({ barcode: "code128", value: lot, x: left, y, w: article ? 56 : width, h, text: false });
   }
   if (article) items.push({ barcode: "itf14", value: gtin, x: 58, y, w: right - 58, h, text: true });
-  const both = joined("LOTE", lot, "PESO", roll.QTDE === null ? "" : roll.QTDE.toFixed(3), about.unit.toUpperCase());
-  items.push({ barcode: "qr", value: both, x: 81, y: 5.9, w: 17, h: 16.8 });
+  const both = joined(lot && "LOTE " + lot, roll.QTDE === null ? "" : "PESO " + roll.QTDE.toFixed(3) + " " + about.unit);
+  if (both !== "") items.push({ barcode: "qr", value: both, x: 81, y: 5.9, w: 17, h: 16.8 });
   return items;
 }
 

@@ -71,7 +71,7 @@ function aboutFabric(roll) {
     plain(one.CODIGO) === plain(roll.CODIGO) && plain(one.COR) === plain(roll.COR)) || {};
   return {
     colour: plain(stock.DESC_COR) || plain(item.DESC_COR),
-    unit: plain(stock.UNIDADE) || plain(item.UNIDADE) || "KG",
+    unit: (plain(stock.UNIDADE) || plain(item.UNIDADE) || "KG").toUpperCase(),
     make: [plain(stock.COMPOSICAO),
            stock.LARGURA > 0 ? number(stock.LARGURA, "0.00") + " m" : "",
            stock.GRAMATURA > 0 ? number(stock.GRAMATURA, "0") + " g/m²" : ""].filter((part) => part !== "").join("  -  "),
@@ -161,9 +161,11 @@ function bars(roll, about) {
 
 function rollLabel(roll) {
   const about = aboutFabric(roll);
-  const kilograms = about.unit.toUpperCase() === "KG";
-  const weight = roll.QTDE === null ? "" : number(roll.QTDE, kilograms ? "#,##0.000" : "#,##0.###");
-  const scanned = joined("LOTE", roll.LOTE, "PESO", roll.QTDE === null ? "" : roll.QTDE.toFixed(3), about.unit.toUpperCase());
+  const kilograms = about.unit === "KG";
+  const weight = roll.QTDE === null ? "-" : number(roll.QTDE, kilograms ? "#,##0.000" : "#,##0.###");
+  const lot = plain(roll.LOTE);
+  const colour = joined(roll.COR, about.colour);
+  const scanned = joined(lot && "LOTE " + lot, roll.QTDE === null ? "" : "PESO " + roll.QTDE.toFixed(3) + " " + about.unit);
   const found = defectLines(roll, RIGHT - 128, 22);
   return "^XA\n" +
     (ACCENTS ? "^CI28\n" : "") +
@@ -174,15 +176,15 @@ function rollLabel(roll) {
     ruleAt(50) +
     line(roll.DESCRICAO, LEFT, 60, 620, 46) +
     line(roll.CODIGO, LEFT, 110, 200, 36) +
-    line(joined("Cor", roll.COR, about.colour), LEFT + 212, 110, 408, 36) +
+    line(colour && "Cor " + colour, LEFT + 212, 110, 408, 36) +
     line(about.make, LEFT, 150, 620, 22) +
-    lotAndWeight(scanned, 656, 48) +
+    (scanned === "" ? "" : lotAndWeight(scanned, 656, 48)) +
     ruleAt(178) +
     caption(kilograms ? "PESO LÍQUIDO" : "QUANTIDADE", LEFT, 184) +
     line(joined(weight, about.unit.toLowerCase()), LEFT, 202, 370, 78) +
     "^FO396,178^GB2,108,2^FS\n" +
     caption("LOTE", 408, 184) +
-    line(roll.LOTE, 408, 202, RIGHT - 408, 78) +
+    line(lot, 408, 202, RIGHT - 408, 78) +
     ruleAt(286) +
     details(roll) +
     ruleAt(342) +

@@ -139,6 +139,7 @@ function itemSection() {
 // --- yarns, stitch patterns, remarks ---------------------------------------------------------------------------------
 
 const yarnSection = () => [...section("Fios"), table({
+  title: "Fios",
   rows: TbFios,
   zebra: true,
   totals: "Total",
@@ -160,11 +161,12 @@ const yarnSection = () => [...section("Fios"), table({
 // The patterns are read by fabrics and by colours: those of a fabric in a colour that this order does not have are not
 // for this mill.
 function patternSection() {
-  const ordered = new Map(items.map(([row]) => [plain(row.CODIGO) + "\n" + plain(row.COR), row]));
-  const keyOf = (row) => plain(row.MATERIAL) + "\n" + plain(row.COR);
+  const ordered = new Map(items.map(([row]) => [plain(row.CODIGO) + " / " + plain(row.COR), row]));
+  const keyOf = (row) => plain(row.MATERIAL) + " / " + plain(row.COR);
   const rows = QryRaport.rows.filter((row) => ordered.has(keyOf(row)));
   if (rows.length === 0) return [];
   return [...section("Raport"), table({
+    title: "Raport",
     rows,
     zebra: true,
     group: {
