@@ -10,9 +10,9 @@ namespace {
 
 using SingleCheck = Lines (*)(firebird::Database&);
 
-constexpr SingleCheck kChecks[] = {LotsAgainstMovements, LotsBelowZero,        ItemsAgainstRolls,
-                                   PartsWithoutOrder,    RollNumbersTwice,     ReservationsBelowZero,
-                                   YarnWithoutRoll,      RollsAgainstMovements};
+constexpr SingleCheck kChecks[] = {LotsAgainstMovements, LotsBelowZero,         ItemsAgainstRolls,
+                                   PartsWithoutOrder,    RollNumbersTwice,      ReservationsBelowZero,
+                                   YarnWithoutRoll,      RollsAgainstMovements, DefectsWithoutRoll};
 
 // A statement over a whole table sees what other stations make durable while it runs, so a roll may be counted on one
 // side only. Such a difference does not last: a second look, at other figures, does not find the same again.

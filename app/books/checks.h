@@ -30,6 +30,8 @@ Lines ReservationsBelowZero(firebird::Database& database);
 Lines RollsAgainstMovements(firebird::Database& database);
 /// Every record of consumed yarn has its roll.
 Lines YarnWithoutRoll(firebird::Database& database);
+/// Every defect of a roll has that roll: the number of one that was taken back is given to another roll.
+Lines DefectsWithoutRoll(firebird::Database& database);
 
 /// A quantity as people read it.
 std::string Shown(const host::Value& quantity);

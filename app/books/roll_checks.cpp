@@ -131,4 +131,20 @@ ORDER BY P.NUMERO, P.ORDEM, F.CODIGO, F.COR, F.DEPOSITO, F.LOTE)",
   return lines;
 }
 
+Lines DefectsWithoutRoll(firebird::Database& database) {
+  const auto rows = database.Query(R"(
+SELECT D.NUMERO, D.ROLO, D.ARTIGO, D.CODIGO, D.QUANT
+FROM {DEF_MOV} D LEFT JOIN {TECELB} B ON B.NUMERO = D.NUMERO AND B.ORDEM = D.ROLO AND B.CODIGO = D.ARTIGO
+WHERE D.TIPO = 'T' AND B.NUMERO IS NULL
+ORDER BY D.NUMERO, D.ROLO, D.ARTIGO, D.MOV)",
+                                   {});
+  Lines lines;
+  for (; !rows->Eof(); rows->Next()) {
+    const auto text = [&](std::string_view column) { return rows->FieldByName(column).AsText(); };
+    lines.push_back("Defeito sem a sua peça: ordem " + text("NUMERO") + ", peça " + text("ROLO") + ", malha " +
+                    text("ARTIGO") + ", defeito " + text("CODIGO") + ": " + Shown(rows->FieldByName("QUANT")) + ".");
+  }
+  return lines;
+}
+
 }  // namespace app::books
