@@ -108,13 +108,10 @@ QString LayoutBridge::time(const QJSValue& value) {
   return text;
 }
 
-bool LayoutBridge::encodes(const QString& kind, const QString& value) {
-  try {
-    (void)EncodeBarcode(kind.toStdString(), value.toStdString());
-    return true;
-  } catch (const host::InputError&) {
-    return false;
-  }
+bool LayoutBridge::encodes(const QString& kind, const QJSValue& value) {
+  bool taken = false;
+  Guarded([&] { taken = CanEncode(kind.toStdString(), PrintedText(value, "o valor de encodes()").toStdString()); });
+  return taken;
 }
 
 double LayoutBridge::textWidth(const QString& text, const QJSValue& style) {

@@ -46,7 +46,7 @@ class LayoutBridge : public QObject {
   Q_INVOKABLE QString number(const QJSValue& value, const QJSValue& format);
   Q_INVOKABLE QString date(const QJSValue& value);
   Q_INVOKABLE QString time(const QJSValue& value);
-  Q_INVOKABLE bool encodes(const QString& kind, const QString& value);
+  Q_INVOKABLE bool encodes(const QString& kind, const QJSValue& value);
   Q_INVOKABLE double textWidth(const QString& text, const QJSValue& style);
   Q_INVOKABLE QString unknown(const QString& name, const QJSValue& values);
   Q_INVOKABLE QJSValue block(const QString& kind, const QJSValue& first, const QJSValue& second, const QString& stack);

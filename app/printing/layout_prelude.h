@@ -30,7 +30,7 @@ inline constexpr const char* kPrelude = R"js((function (bridge, names, info) {
   define("number", (value, format) => bridge.number(value, format));
   define("date", (value) => bridge.date(value));
   define("time", (value) => bridge.time(value));
-  define("encodes", (kind, value) => bridge.encodes(String(kind), String(value)));
+  define("encodes", (kind, value) => bridge.encodes(String(kind), value));
   define("textWidth", (text, style) => bridge.textWidth(String(text), style));
 
   for (const kind of ["band", "fields", "table", "detail", "heading", "paragraph", "space", "rule", "newPage",
