@@ -1,11 +1,13 @@
 #include "app/printing/printer_choices.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <tuple>
+#include <utility>
 
 #include "app/embedded.h"
 #include "host/errors.h"
@@ -39,6 +41,15 @@ int CopiesFrom(const std::string& text) {
 }
 
 }  // namespace
+
+std::string ReportCaption(const std::string& report) {
+  constexpr std::array<std::pair<std::string_view, std::string_view>, 2> kCaptions = {
+      {{"WEtqTecRolo", "Etiqueta do rolo"}, {"WTecLoteCad", "Ordem de tecelagem"}}};
+  for (const auto& [name, caption] : kCaptions) {
+    if (name == report) return std::string(caption) + " (" + report + ")";
+  }
+  return report;
+}
 
 std::vector<KnownReport> KnownReports(const std::string& layouts_folder) {
   std::vector<KnownReport> reports;

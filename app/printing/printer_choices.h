@@ -17,6 +17,9 @@ struct KnownReport {
 
   bool operator==(const KnownReport&) const = default;
 };
+/// For people, who do not know layouts by their names: "Etiqueta do rolo (WEtqTecRolo)"; of an installation's own
+/// reports the name alone.
+std::string ReportCaption(const std::string& report);
 /// By name, graphic before text.
 std::vector<KnownReport> KnownReports(const std::string& layouts_folder);
 

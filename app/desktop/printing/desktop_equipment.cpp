@@ -66,9 +66,9 @@ std::optional<PrintJob> DesktopEquipment::Send(const Printout& printout, host::U
   std::optional<Choice> choice = printing::ReadChoice(settings, report);
   bool remember = false;
   if (!choice || ask) {
-    DestinationDialog dialog(
-        {QStringLiteral("Imprimir"), ToQt(report.report), report.kind, choice, true, QStringLiteral("&Imprimir")},
-        BoxParent());
+    DestinationDialog dialog({QStringLiteral("Imprimir"), ToQt(printing::ReportCaption(report.report)), report.kind,
+                              choice, true, QStringLiteral("&Imprimir")},
+                             BoxParent());
     if (RunBox(dialog) != QDialog::Accepted) return std::nullopt;
     choice = dialog.Chosen();
     remember = dialog.Remember();

@@ -1,5 +1,6 @@
 #include "app/desktop/printing/preview_dialog.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
@@ -8,6 +9,7 @@
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPalette>
 #include <QPushButton>
 #include <QShortcut>
 #include <QShowEvent>
@@ -34,6 +36,18 @@ constexpr std::array kZooms = {50, 75, 100, 125, 150, 200, 300};
 constexpr QSize kFirstSize(1000, 720);
 constexpr const char* kPreviewSection = "Visualizar";
 constexpr const char* kFolderName = "Pasta";
+
+// A pressed button of the style is hardly told from the others on a dark ground.
+void ShowChosen(QToolButton& button, bool chosen) {
+  button.setChecked(chosen);
+  const QPalette usual = QApplication::palette();
+  QPalette colors = usual;
+  if (chosen) {
+    colors.setColor(QPalette::Button, usual.color(QPalette::Highlight));
+    colors.setColor(QPalette::ButtonText, usual.color(QPalette::HighlightedText));
+  }
+  button.setPalette(colors);
+}
 
 QWidget* Bar(QHBoxLayout*& row) {
   auto* bar = new QWidget;
@@ -195,8 +209,8 @@ void PreviewDialog::ShowPage() {
 
 void PreviewDialog::ShowZoom() {
   zoom_->setEditText(QStringLiteral("%1%").arg(std::lround(view_->Zoom() * 100)));
-  fit_width_->setChecked(view_->GetFit() == PageView::Fit::kWidth);
-  fit_page_->setChecked(view_->GetFit() == PageView::Fit::kPage);
+  ShowChosen(*fit_width_, view_->GetFit() == PageView::Fit::kWidth);
+  ShowChosen(*fit_page_, view_->GetFit() == PageView::Fit::kPage);
 }
 
 void PreviewDialog::ShowDestination() {

@@ -92,6 +92,9 @@ QTableWidget* PrintersDialog::NewTable() {
 void PrintersDialog::Fill() {
   table_->setRowCount(static_cast<int>(reports_.size()));
   for (int row = 0; row < table_->rowCount(); ++row) ShowRow(row);
+  // The header's own measure of itself leaves out the room that captions are given here.
+  table_->horizontalHeader()->setSectionResizeMode(kCopies, QHeaderView::Fixed);
+  table_->setColumnWidth(kCopies, table_->fontMetrics().horizontalAdvance(QStringLiteral("Cópias")) * 2);
   if (table_->rowCount() > 0) table_->setCurrentCell(0, kReport);
   ShowButtons();
 }
@@ -99,7 +102,7 @@ void PrintersDialog::Fill() {
 void PrintersDialog::ShowRow(int row) {
   const printing::KnownReport& report = reports_[static_cast<std::size_t>(row)];
   const auto choice = printing::ReadChoice(application_.GetUserSettings(), report);
-  table_->setItem(row, kReport, Cell(ToQt(report.report)));
+  table_->setItem(row, kReport, Cell(ToQt(printing::ReportCaption(report.report))));
   table_->setItem(row, kKind, Cell(report.kind == 'T' ? QStringLiteral("Texto") : QStringLiteral("Páginas")));
   table_->setItem(row, kDestination,
                   Cell(choice ? ToQt(printing::Caption(choice->destination)) : QStringLiteral("Pergunta ao imprimir")));
@@ -134,8 +137,8 @@ void PrintersDialog::Change() {
   const printing::KnownReport* report = Current();
   if (report == nullptr) return;
   host::UserSettings& settings = application_.GetUserSettings();
-  DestinationDialog dialog({QStringLiteral("Alterar impressora"), ToQt(report->report), report->kind,
-                            printing::ReadChoice(settings, *report), false, QStringLiteral("&Gravar")},
+  DestinationDialog dialog({QStringLiteral("Alterar impressora"), ToQt(printing::ReportCaption(report->report)),
+                            report->kind, printing::ReadChoice(settings, *report), false, QStringLiteral("&Gravar")},
                            this);
   if (RunBox(dialog) != QDialog::Accepted) return;
   Guarded([&] { printing::StoreChoice(settings, *report, dialog.Chosen()); });

@@ -1,0 +1,174 @@
+// Where a report goes: asked once, remembered, changed.
+#include "app/desktop/printing/destination_dialog.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTest>
+
+#include "paper_station.h"
+
+namespace {
+
+using app::printing::Choice;
+using app::printing::Destination;
+using app::printing::KnownReport;
+using app::printing::ReadChoice;
+using test::Part;
+using test::Press;
+using Kind = Destination::Kind;
+
+const KnownReport kLabel{"Etiqueta", 'T'};
+constexpr const char* kLabelBytes = "^XAM1^XZ\r\n^XAM2^XZ\r\n^XAM3^XZ\r\n";
+
+class Destinations : public test::PaperStation {
+ protected:
+  static void Fill(QWidget& box, const QString& kind, const QString& place) {
+    auto& kinds = Part<QComboBox>(box, "CbTipo");
+    ASSERT_GE(kinds.findText(kind), 0) << kind.toStdString();
+    kinds.setCurrentIndex(kinds.findText(kind));
+    Part<QComboBox>(box, "CbLugar").setEditText(place);
+  }
+  void ExpectAsked(const std::function<void(QWidget&)>& act) { boxes_.ExpectDialog("Imprimir", act); }
+  /// A device that keeps what it is sent.
+  QString Device() {
+    QFile device(In("lp0"));
+    EXPECT_TRUE(device.open(QIODevice::WriteOnly));
+    return In("lp0");
+  }
+};
+
+TEST_F(Destinations, ItIsAskedOnceAndRemembered) {
+  const QString device = Device();
+  ExpectAsked([&](QWidget& box) {
+    EXPECT_EQ(box.windowTitle(), "Imprimir");
+    Fill(box, "Dispositivo ligado ao computador", device);
+    Press(Qt::Key_Return);
+  });
+  const auto job = Print("Etiqueta", 'T');
+  EXPECT_TRUE(boxes_.Met());
+  ASSERT_TRUE(job);
+  EXPECT_EQ(job->destination, device.toStdString());
+  EXPECT_EQ(job->file, "");
+  EXPECT_EQ(Whole(device), kLabelBytes);
+  // Nobody is asked any more: any box would fail the test.
+  EXPECT_TRUE(Print("Etiqueta", 'T'));
+  EXPECT_EQ(Whole(device), QByteArray(kLabelBytes).repeated(2));
+  EXPECT_EQ(ReadChoice(settings_, kLabel), (Choice{{Kind::kDevice, device.toStdString()}, 1}));
+  EXPECT_EQ(settings_.Read("Tecelagem", "Impressoras", "Etiqueta.T"), "dispositivo:" + device.toStdString());
+}
+
+TEST_F(Destinations, TextAndPagesHaveTheirOwn) {
+  app::printing::StoreChoice(settings_, {"Lista", 'T'}, {{Kind::kDevice, Device().toStdString()}, 1});
+  EXPECT_FALSE(ReadChoice(settings_, {"Lista", 'W'}));
+}
+
+TEST_F(Destinations, ItIsNotRememberedWhenThePersonDoesNotWantIt) {
+  const QString device = Device();
+  for (int time = 0; time < 2; ++time) {
+    ExpectAsked([&](QWidget& box) {
+      Fill(box, "Dispositivo ligado ao computador", device);
+      Part<QCheckBox>(box, "CbLembrar").setChecked(false);
+      Press(Qt::Key_Return);
+    });
+    EXPECT_TRUE(Print("Etiqueta", 'T'));
+  }
+  EXPECT_FALSE(ReadChoice(settings_, kLabel));
+}
+
+TEST_F(Destinations, ItIsAskedAgainOnRequestAndShowsWhatIsRemembered) {
+  const QString device = Device();
+  app::printing::StoreChoice(settings_, kLabel, {{Kind::kAddress, "10.0.0.7:9100"}, 3});
+  ExpectAsked([&](QWidget& box) {
+    EXPECT_EQ(Part<QComboBox>(box, "CbTipo").currentText(), "Impressora na rede");
+    EXPECT_EQ(Part<QComboBox>(box, "CbLugar").currentText(), "10.0.0.7:9100");
+    EXPECT_EQ(Part<QSpinBox>(box, "EdtCopias").value(), 3);
+    Fill(box, "Dispositivo ligado ao computador", device);
+    Part<QSpinBox>(box, "EdtCopias").setValue(2);
+    Press(Qt::Key_Return);
+  });
+  EXPECT_TRUE(Print("Etiqueta", 'T', {.preview = false, .show_dialog = true}));
+  EXPECT_EQ(Whole(device), QByteArray(kLabelBytes).repeated(2));  // two copies
+  EXPECT_EQ(ReadChoice(settings_, kLabel), (Choice{{Kind::kDevice, device.toStdString()}, 2}));
+}
+
+TEST_F(Destinations, WhoGivesUpHasNotPrinted) {
+  ExpectAsked([](QWidget&) { Press(Qt::Key_Escape); });
+  EXPECT_FALSE(Print("Etiqueta", 'T'));
+  EXPECT_FALSE(ReadChoice(settings_, kLabel));
+}
+
+TEST_F(Destinations, WhatCannotBeIsObjectedToInTheDialog) {
+  const QString device = Device();
+  ExpectAsked([&](QWidget& box) {
+    auto& objection = Part<QLabel>(box, "Objection");
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(box.isVisible());
+    EXPECT_EQ(objection.text(), "Falta dizer para onde vai a impressão.");
+    Fill(box, "Impressora na rede", "10.0.0.7:porta");
+    EXPECT_FALSE(objection.isVisible());
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(box.isVisible());
+    EXPECT_TRUE(objection.text().contains("não é um endereço de impressora")) << objection.text().toStdString();
+    Fill(box, "Dispositivo ligado ao computador", device);
+    Press(Qt::Key_Return);
+  });
+  EXPECT_TRUE(Print("Etiqueta", 'T'));
+}
+
+TEST_F(Destinations, PagesAreOfferedOnlyWhatTakesPages) {
+  app::desktop::DestinationDialog pages({"Imprimir", "Lista", 'W', {}, true, "&Imprimir"}, &window_);
+  app::desktop::DestinationDialog text({"Imprimir", "Etiqueta", 'T', {}, true, "&Imprimir"}, &window_);
+  const auto kinds = [](const QWidget& box) {
+    QStringList names;
+    const auto& all = Part<QComboBox>(box, "CbTipo");
+    for (int i = 0; i < all.count(); ++i) names += all.itemText(i);
+    return names;
+  };
+  EXPECT_EQ(kinds(pages), (QStringList{"Impressora deste computador", "Arquivo ou pasta"}));
+  EXPECT_EQ(kinds(text), (QStringList{"Impressora na rede", "Dispositivo ligado ao computador",
+                                      "Fila de impressão, sem tratamento", "Arquivo ou pasta"}));
+}
+
+TEST_F(Destinations, WhatFailedIsNotRemembered) {
+  ExpectAsked([&](QWidget& box) {
+    Fill(box, "Dispositivo ligado ao computador", In("lp9"));
+    Press(Qt::Key_Return);
+  });
+  const std::string why = WhyRefused("Etiqueta", 'T');
+  EXPECT_NE(why.find("não existe"), std::string::npos) << why;
+  EXPECT_FALSE(ReadChoice(settings_, kLabel));
+}
+
+TEST_F(Destinations, APrintIsAPrintEvenWhenItsPlaceCannotBeKept) {
+  const QString device = Device();
+  settings_.Lock();
+  ExpectAsked([&](QWidget& box) {
+    Fill(box, "Dispositivo ligado ao computador", device);
+    Press(Qt::Key_Return);
+  });
+  boxes_.Expect("Não foi possível gravar as preferências");
+  EXPECT_TRUE(Print("Etiqueta", 'T'));
+  EXPECT_EQ(Whole(device), kLabelBytes);
+}
+
+TEST_F(Destinations, PagesWithoutPreviewGoStraightToTheirPlace) {
+  app::printing::StoreChoice(settings_, {"Lista", 'W'}, {{Kind::kFile, folder_.path().toStdString()}, 1});
+  const auto first = Print("Lista", 'W', {.preview = false});
+  const auto second = Print("Lista", 'W', {.preview = false});
+  ASSERT_TRUE(first && second);
+  EXPECT_EQ(first->file, In("Lista-1.pdf").toStdString());
+  EXPECT_EQ(second->file, In("Lista-2.pdf").toStdString());
+  EXPECT_TRUE(Whole(In("Lista-2.pdf")).startsWith("%PDF"));
+}
+
+TEST_F(Destinations, AStoredChoiceThatMakesNoSenseIsAskedAnew) {
+  settings_.Write("Tecelagem", "Impressoras", "Etiqueta.T", "impressora:Laser");
+  ExpectAsked([](QWidget&) { Press(Qt::Key_Escape); });
+  EXPECT_FALSE(Print("Etiqueta", 'T'));
+}
+
+}  // namespace
