@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "app/cli/scale_simulator.h"
+
 namespace app::cli {
 namespace {
 
@@ -87,6 +89,24 @@ void AddPrintOptions(CLI::App& print, Arguments& arguments) {
       ->option_text("DESTINO");
 }
 
+void AddSimulatorOptions(CLI::App& simulator, Arguments& arguments) {
+  simulator.option_defaults()->group("Opções");
+  simulator.add_option("--protocol", arguments.protocol, "Protocolo da balança: 0, 1 ou 2 (padrão 0)")
+      ->option_text("N");
+  simulator
+      .add_option("--behaviour", arguments.behaviour,
+                  "steady (padrão), wavering, garbage, silent, slow, cut, unstable, negative ou overload")
+      ->option_text("QUAL");
+  simulator.add_option("--weight", arguments.weight, "Peso em kg, com ponto (padrão 20.5)")->option_text("KG");
+  simulator.add_option("--link", arguments.link, "Outro nome para a porta, fácil de digitar")->option_text("CAMINHO");
+  simulator.add_option("--decimals", arguments.decimals, "\"Decimais\" da estação, no protocolo 2 (padrão 2)")
+      ->option_text("N");
+  simulator.add_option("--interval", arguments.interval, "Tempo entre dois pesos, protocolos 0 e 2 (padrão 100)")
+      ->option_text("MS");
+  simulator.add_option("--seconds", arguments.seconds, "Termina depois deste tempo (padrão: Ctrl+C)")
+      ->option_text("SEGUNDOS");
+}
+
 void CheckOneTarget(const Arguments& arguments) {
   int targets = 0;
   for (const std::string* target : {&arguments.pdf, &arguments.output, &arguments.to})
@@ -148,6 +168,8 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
   CLI::App* script = AddCommand(app, "script", "Faz o trabalho de uma pessoa nas telas, escrito em JavaScript");
   CLI::App* print = AddCommand(app, "print", "Imprime um relatório sem janelas: PDF, arquivo ou impressora");
   CLI::App* check = AddCommand(app, "check", "Confere os livros e nomeia cada linha que não fecha");
+  CLI::App* simulator =
+      AddCommand(app, "scale-simulator", "Faz as vezes de uma balança, em uma porta serial de mentira");
   CLI::App* version = AddCommand(app, "version", "Mostra a versão do programa e do módulo das telas");
   AddArgument(*import, "TABELA", arguments.table, "Nome da tabela, sem o sufixo da empresa (MATERIAL)");
   AddArgument(*import, "ARQUIVO", arguments.file, "Arquivo .csv, com os nomes das colunas na primeira linha");
@@ -156,6 +178,7 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
   desktop->add_flag(
       "--ask", [&arguments](std::int64_t) { arguments.ask = true; }, "Usuário e senha são só propostos");
   AddPrintOptions(*print, arguments);
+  AddSimulatorOptions(*simulator, arguments);
   for (CLI::App* command : {init, demo, import, script, print, check}) AddOptions(*command, arguments, password, false);
   script->add_option("--timeout", arguments.timeout, "Termina o script que passar deste tempo (padrão: sem limite)")
       ->option_text("SEGUNDOS");
@@ -180,10 +203,11 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
   for (const Entry& entry :
        {Entry{desktop, Command::kDesktop}, Entry{init, Command::kInit}, Entry{demo, Command::kDemo},
         Entry{import, Command::kImport}, Entry{script, Command::kScript}, Entry{print, Command::kPrint},
-        Entry{check, Command::kCheck}, Entry{version, Command::kVersion}}) {
+        Entry{check, Command::kCheck}, Entry{simulator, Command::kScaleSimulator}, Entry{version, Command::kVersion}}) {
     if (entry.command == chosen) arguments.command = entry.kind;
   }
   if (arguments.command == Command::kPrint) CheckOneTarget(arguments);
+  if (arguments.command == Command::kScaleSimulator) CheckSimulator(arguments);
   for (CLI::App* command : {desktop, init, demo, import, script, print, check}) {
     if (command != chosen) continue;
     if (command->count("--password") > 0) arguments.password = password;

@@ -6,7 +6,7 @@
 
 namespace app::cli {
 
-enum class Command { kDesktop, kInit, kDemo, kImport, kScript, kPrint, kCheck, kVersion };
+enum class Command { kDesktop, kInit, kDemo, kImport, kScript, kPrint, kCheck, kScaleSimulator, kVersion };
 
 struct Arguments {
   Command command = Command::kDesktop;
@@ -26,6 +26,13 @@ struct Arguments {
   std::string pdf;     // print: exactly one of these three is not empty
   std::string output;
   std::string to;
+  int protocol = 0;  // scale-simulator, and all below: see scale::SimulatorOptions
+  std::string behaviour = "steady";
+  double weight = 20.5;
+  int decimals = 2;
+  int interval = 100;  // milliseconds
+  std::string link;
+  double seconds = 0;       // 0 until Ctrl+C
   bool user_given = false;  // the user was named on the command line
   bool ask = false;         // desktop: user and password are only proposed
 };

@@ -18,6 +18,7 @@
 #include "app/cli/jobs_folder.h"
 #include "app/cli/module_loader.h"
 #include "app/cli/print.h"
+#include "app/cli/scale_simulator.h"
 #include "app/cli/terminal.h"
 #include "app/cli/windows_library.h"
 #include "app/desktop/desktop.h"
@@ -199,6 +200,8 @@ int Carry(const Arguments& arguments) {
       return PrintReport(arguments);
     case Command::kCheck:
       return Check(arguments);
+    case Command::kScaleSimulator:
+      return SimulateScale(arguments);
     case Command::kVersion:
       return Version();
   }
