@@ -114,6 +114,77 @@ TEST_F(Stations, ALoadWaitsForASaveAndSeesItWhole) {
   EXPECT_EQ(Shown("TbItens", {"Codigo", "Cor", "Qtde"}), Lines{"F2 | 02 | 7"});
 }
 
+TEST_F(Stations, APrintoutWaitsForASaveAndSeesItWhole) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  Load(number);
+  app::firebird::Database& saving = other_->Db();
+  saving.BeginAction();
+  saving.LockRow("TECEL", "NUMERO", number);
+  saving.Execute("DELETE FROM " + saving.PhysicalName("TECEL_ITEN") + " WHERE NUMERO = ?", {number});
+  std::thread save([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    saving.Execute(
+        "INSERT INTO " + saving.PhysicalName("TECEL_ITEN") + " (NUMERO, CODIGO, COR, QTDE) VALUES (?, 'F2', '02', 7)",
+        {number});
+    saving.EndAction(app::firebird::Database::Outcome::kOk);
+  });
+  EXPECT_EQ(Click("BtnImprimir"), ActResult::kDone);
+  save.join();
+  const auto prints = mill_.Equipment().TakePrints();
+  ASSERT_EQ(prints.size(), 1u);
+  ASSERT_EQ(prints[0].data.at("QryRelatorio").size(), 1u);
+  EXPECT_EQ(prints[0].data.at("QryRelatorio")[0].at("CODIGO").AsText(), "F2");
+  EXPECT_TRUE(prints[0].data.at("TbFios").empty());
+}
+
+// Who looks at the paper does not hold up who saves.
+TEST_F(Stations, APrintoutLetsGoOfTheOrderBeforeItIsShown) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  class AtThePreview : public FakeEquipment {
+   public:
+    std::optional<app::PrintJob> Print(const app::PrintRequest& request) override {
+      auto job = FakeEquipment::Print(request);
+      meanwhile();
+      return job;
+    }
+    std::function<void()> meanwhile;
+  } preview;
+  EXPECT_EQ(other_->Type(*elsewhere_, "EdtNumero", number), ActResult::kDone);
+  EXPECT_EQ(other_->Type(*elsewhere_, "EdtFicha", "nova"), ActResult::kDone);
+  preview.meanwhile = [&] { EXPECT_EQ(other_->Click(*elsewhere_, "BtnGravar"), ActResult::kDone); };
+  Mill::Options options;
+  options.database = mill_.Path();
+  options.equipment = &preview;
+  Mill station(options);
+  host::Screen& screen = station.Open("TfmCadLoteTec");
+  EXPECT_EQ(station.Type(screen, "EdtNumero", number), ActResult::kDone);
+  EXPECT_EQ(station.Click(screen, "BtnImprimir"), ActResult::kDone);
+  EXPECT_EQ(mill_.Scalar("SELECT FICHA FROM {TECEL}").AsText(), "nova");
+}
+
+TEST_F(Stations, LabelsWaitForARollAndAreRefused) {
+  const std::string number = SavedOrder({{"F1", "01", "100"}});
+  mill_.Exec("UPDATE {TECEL} SET DEPOSITO = 'DF'");
+  Load(number);
+  app::firebird::Database& weighing = other_->Db();
+  std::thread roll;
+  mill_.Person().Answer("Quantidade:", "3");
+  weighing.BeginAction();
+  weighing.LockRow("TECEL", "NUMERO", number);
+  weighing.Execute("INSERT INTO " + weighing.PhysicalName("TECELB") +
+                       " (NUMERO, CODIGO, COR, ORDEM, QTDE) VALUES (?, 'F1', '01', 1, 12.5)",
+                   {number});
+  weighing.Execute("UPDATE " + weighing.PhysicalName("TECEL_ITEN") + " SET QTDE_B = 12.5 WHERE NUMERO = ?", {number});
+  roll = std::thread([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    weighing.EndAction(app::firebird::Database::Outcome::kOk);
+  });
+  EXPECT_EQ(mill_.Desk().PickMenu(Screen(), "Gerar Etiqueta(s)"), ActResult::kRefused);
+  roll.join();
+  EXPECT_EQ(mill_.Messages(), Lines{"Não é possível gerar etiquetas de itens com baixas."});
+  EXPECT_EQ(mill_.Scalar("SELECT COUNT(*) FROM {MAT_ITEN} WHERE UDF_LEN(LOTE) = 9").AsInteger(), 0);
+}
+
 // The save holds the order before it touches the reservations; otherwise each would wait for the other.
 TEST_F(Stations, ASaveAndARollTakeTheirLocksInOneOrder) {
   const std::string number = SavedOrder({{"FP", "01", "50"}});
