@@ -52,11 +52,13 @@ RollReversal::FabricStock RollReversal::StockOf(const RollRow& roll, const std::
 
 void RollReversal::Write(const Reversal& reversal) {
   const RollRow& roll = reversal.roll;
+  // Yarn before fabric, as a confirmation moves them: stations whose orders share lots then wait for each other at the
+  // first one. The other way round each would come to hold what the other one needs.
+  EstornaFios(host_, reversal);
   TakeFabricOut(reversal);
   LowerItem(roll);
   DeleteRoll(roll);
   DeleteDefects(roll);
-  EstornaFios(host_, reversal);
   funcoes_.GeraLog(
       kLogSubject,
       "ESTORNO MOVIMENTO DO LOTE: " + roll.order + " CODIGO: " + roll.code + " QUANT: " + reversal.log_quantity,

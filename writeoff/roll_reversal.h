@@ -1,4 +1,4 @@
-// A roll taken back: its fabric out of stock, its item reopened, its row and defects gone, its yarn returned, the log.
+// A roll taken back: its yarn returned, its fabric out of stock, its item reopened, its row and defects gone, the log.
 #pragma once
 
 #include <memory>

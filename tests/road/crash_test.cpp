@@ -14,10 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kTables[] = {"TECEL",     "TECEL_ITEN", "MAT_RESERVA",  "TECELB",
-                                   "BAIXA_FIO", "MATERIAL",   "COMP_MATERIAL"};
+constexpr const char* kTables[] = {"TECEL",     "TECEL_ITEN", "MAT_RESERVA",   "TECELB",
+                                   "BAIXA_FIO", "MATERIAL",   "COMP_MATERIAL", "DEF_MOV"};
 
-// All that the three actions write, as text. Of ledger and log what does not depend on the moment.
+// All that the actions write, as text. Of ledger and log what does not depend on the moment.
 std::string Everything(test::Mill& mill) {
   std::string all;
   const auto add = [&](const std::string& sql) {
@@ -35,7 +35,7 @@ std::string Everything(test::Mill& mill) {
 
 class Crash : public testing::TestWithParam<const char*> {
  protected:
-  // An order with reserved yarn and one roll written off, closed again: the state before the action.
+  // An order with reserved yarn and one roll written off, with a defect, closed again: the state before the action.
   Crash() {
     {
       test::Mill mill;
@@ -45,6 +45,8 @@ class Crash : public testing::TestWithParam<const char*> {
       host::Screen& screen = test::OpenWriteOff(mill, order_, "DF");
       EXPECT_EQ(test::ConfirmRoll(mill, screen, 20), host::ActResult::kDone);
       EXPECT_EQ(mill.Messages(), std::vector<std::string>{});
+      mill.Insert("DEFEITO", {{"CODIGO", "FURO"}, {"DESCRICAO", "Furo"}});
+      mill.Insert("DEF_MOV", {{"NUMERO", order_}, {"ARTIGO", "F1"}, {"ROLO", 1}, {"TIPO", "T"}, {"QUANT", 7}});
       base_ = mill.Path() + ".base";
       mill.Db().MakeDurable();
       fs::copy_file(mill.Path(), base_, fs::copy_options::overwrite_existing);
@@ -110,7 +112,7 @@ TEST_P(Crash, LeavesTheActionWholeOrAbsent) {
   RecordProperty("statements", static_cast<int>(killed.size()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Actions, Crash, testing::Values("roll", "order", "composition"),
+INSTANTIATE_TEST_SUITE_P(Actions, Crash, testing::Values("roll", "order", "composition", "reversal", "defects"),
                          [](const auto& parameter) { return std::string(parameter.param); });
 
 }  // namespace

@@ -63,8 +63,8 @@ TEST_F(FailingReversal, EveryStatementInTurn) {
     ExpectBooksBalance();
     if (HasFailure()) return;
   }
-  // Fabric, item (2), roll, defects, yarns (the list; place, stock, reservation twice of each), the record, the log;
-  // the mark after what the yarn asked to be durable, and the commit.
+  // Yarns (the list; place, stock, reservation twice of each), their record, the mark after what they asked to be
+  // durable, fabric, item (2), roll, defects, the log, the commit.
   EXPECT_EQ(named, 18);
   EXPECT_EQ(Rolls().size(), 1u);
   EXPECT_EQ(Number("SELECT COUNT(*) FROM {DEF_MOV}"), 0);

@@ -30,7 +30,7 @@ TEST_F(Reversal, LeavesNothingOfTheRoll) {
   EXPECT_EQ(mill_.Data(Screen(), "TbItens")["Qtde_B"].AsFloat(), 0);
 }
 
-TEST_F(Reversal, MovesFabricOutAndYarnIn) {
+TEST_F(Reversal, MovesYarnInAndFabricOut) {
   RollsOf({"10"});
   Type("EdtFunc", "P2");
   mill_.SetClock("2026-03-12 09:00:00");
@@ -39,7 +39,7 @@ TEST_F(Reversal, MovesFabricOutAndYarnIn) {
   ASSERT_EQ(Reverse(1), ActResult::kDone);
   const auto moves = Movements();
   ASSERT_EQ(moves.size(), 6u);  // two yarns out and the fabric in, and the way back
-  const Row& fabric = moves[3];
+  const Row& fabric = moves[5];
   for (const auto& [column, value] : std::vector<std::pair<const char*, host::Value>>{{"CODIGO", "F1"},
                                                                                       {"COR", "01"},
                                                                                       {"LOTE", "0000011"},
@@ -55,7 +55,7 @@ TEST_F(Reversal, MovesFabricOutAndYarnIn) {
     EXPECT_EQ(fabric.at(column), value) << column;
   }
   EXPECT_EQ(fabric.at("DATA").AsText(), "12/03/2026");
-  for (const auto& [row, yarn, quantity] : {std::tuple{4, "Y1", 6.0}, {5, "Y2", 4.0}}) {
+  for (const auto& [row, yarn, quantity] : {std::tuple{3, "Y1", 6.0}, {4, "Y2", 4.0}}) {
     const Row& move = moves[static_cast<std::size_t>(row)];
     EXPECT_EQ(move.at("CODIGO"), host::Value(yarn));
     EXPECT_EQ(move.at("QTDE"), host::Value(quantity));

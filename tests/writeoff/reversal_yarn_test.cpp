@@ -196,7 +196,7 @@ TEST_F(ReversalYarn, KeepsThePlaceOfTheLot) {
   RollsOf({"10"});
   mill_.Exec("UPDATE {MAT_ITEN} SET LOCAL = 'B7' WHERE CODIGO = 'Y1' AND LOTE = 'L1'");
   ASSERT_EQ(Reverse(1), ActResult::kDone);
-  EXPECT_EQ(Movements()[4].at("LOCAL"), host::Value("B7"));
+  EXPECT_EQ(Movements()[3].at("LOCAL"), host::Value("B7"));
   EXPECT_EQ(Value("SELECT LOCAL FROM {MAT_ITEN} WHERE CODIGO = 'Y1' AND LOTE = 'L1' AND DEPOSITO = 'D1'").AsText(),
             "B7");
 }
