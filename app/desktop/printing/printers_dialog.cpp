@@ -86,6 +86,7 @@ QTableWidget* PrintersDialog::NewTable() {
   table->horizontalHeaderItem(kReport)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   table->horizontalHeaderItem(kKind)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   table->horizontalHeaderItem(kDestination)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  table->horizontalHeaderItem(kCopies)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
   return table;
 }
 
