@@ -60,12 +60,14 @@ std::string YarnExplosion::RemainingConsumption(std::string_view order, bool met
   return sql;
 }
 
+// The outer join finds no more than an inner one would, since a missing composition fails the condition. It makes the
+// engine begin with the order's items: given the choice it reads every composition there is.
 void YarnExplosion::Remember(std::string_view order) {
   const Words& w = words_;
   const auto rows = OpenQuery(
       database_, {"SELECT COMP.MATERIAL, COMP.COR, COMP.CODIGO, COMP.COR_I, COMP.LFA, COMP.ROCA, COMP.PERC",
                   "FROM " + w.Named("TECEL_ITEN"),
-                  "INNER JOIN " + w.Table("COMP_MATERIAL") +
+                  "LEFT JOIN " + w.Table("COMP_MATERIAL") +
                       " COMP ON (COMP.MATERIAL = TECEL_ITEN.CODIGO AND COMP.COR = TECEL_ITEN.COR)",
                   "WHERE TECEL_ITEN.NUMERO = " + w.Text(order), "AND NOT (COMP.COR_I LIKE " + w.Text("%*%") + ")"});
   remembered_.emplace();
