@@ -157,11 +157,15 @@ QWidget* ScaleSetup::NewPortBox(const ScaleSettings& settings) {
   auto* grid = new QGridLayout(box);
   port_->setObjectName(QStringLiteral("Port"));
   port_->setEditable(true);
+  port_->setInsertPolicy(QComboBox::NoInsert);
+  port_->setCompleter(nullptr);  // it would take the first Enter for itself
   port_->setMinimumWidth(kPortCharacters * fontMetrics().averageCharWidth());
   for (const std::string& name : serial::KnownPorts()) port_->addItem(ToQt(name));
   port_->setCurrentText(ToQt(port.port));
   rate_->setObjectName(QStringLiteral("BaudRate"));
   rate_->setEditable(true);
+  rate_->setInsertPolicy(QComboBox::NoInsert);
+  rate_->setCompleter(nullptr);
   for (const int rate : kRates) rate_->addItem(QString::number(rate));
   rate_->setCurrentText(QString::number(port.baud_rate));
   parity_ = NewChoice(kParities, port.parity, "Parity");
