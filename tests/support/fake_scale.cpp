@@ -52,7 +52,7 @@ class FakePort : public host::SerialPort {
   }
   std::string Read(std::size_t most) override {
     Call("read " + std::to_string(most));
-    const std::string bytes = received_.substr(0, most);
+    std::string bytes = received_.substr(0, most);
     received_.erase(0, bytes.size());
     return bytes;
   }
