@@ -95,7 +95,7 @@ std::vector<BlockPtr> BlocksOf(const QJSValue& list) {
     const auto* handle = value.isQObject() ? qobject_cast<const BlockHandle*>(value.toQObject()) : nullptr;
     if (handle == nullptr) {
       throw Mistake("a parte " + std::to_string(blocks.size() + 1) +
-                    " da lista de blocos não é um bloco: band(), table(), paragraph() ...");
+                    " da lista não é um bloco, como band(), table() ou paragraph()");
     }
     blocks.push_back(handle->Get());
   }

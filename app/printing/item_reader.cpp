@@ -1,6 +1,7 @@
 // The items of bands and labels.
 #include "app/printing/block_reader.h"
 #include "app/printing/script_options.h"
+#include "host/errors.h"
 
 namespace app::printing {
 namespace {
@@ -60,7 +61,11 @@ BarcodeDraft ReadBarcode(Options& options) {
   draft.text = options.Flag("text", true);
   draft.room.text_height = draft.text ? kTextHeight : 0;
   draft.room.dpi = options.Whole("dpi", 203, kLeastDpi, kMostDpi);
-  draft.code = EncodeBarcode(kind, value);
+  try {
+    draft.code = EncodeBarcode(kind, value);
+  } catch (const host::InputError& error) {
+    throw Mistake(error.what());
+  }
   if (draft.code.text.empty()) draft.room.text_height = 0;
   return draft;
 }

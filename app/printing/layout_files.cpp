@@ -50,7 +50,7 @@ LayoutFile FindLayout(const std::string& report, char kind, const std::string& f
   if (!IsPlainName(report)) throw host::InputError("O nome de relatório \"" + report + "\" não é válido.");
   const std::string name = report + (kind == 'T' ? ".text.js" : ".js");
   if (!folder.empty()) {
-    const std::string path = folder + "/" + name;
+    const std::string path = folder + (folder.back() == '/' ? "" : "/") + name;
     QFile file(QString::fromStdString(path));
     if (file.exists()) {
       if (QFileInfo(file).isDir() || !file.open(QIODevice::ReadOnly)) {

@@ -13,7 +13,7 @@ std::string Sentence(std::string text) {
   for (char& character : text) {
     if (character == '\n' || character == '\r') character = ' ';
   }
-  if (!text.empty() && text.back() != '.') text += '.';
+  if (text.find_last_of(".!?") + 1 != text.size()) text += '.';
   return text;
 }
 

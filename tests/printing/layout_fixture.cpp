@@ -24,7 +24,7 @@ std::string LayoutTest::Refusal(const std::string& layout, char kind) {
     Printed(layout, kind);
   } catch (const host::InputError& error) {
     const std::string text = error.what();
-    const std::string start = "Erro no leiaute " + Folder() + "/" + (kind == 'T' ? "Teste.text.js" : "Teste.js");
+    const std::string start = "Erro no leiaute " + LayoutPath(kind == 'T' ? "Teste.text.js" : "Teste.js");
     const std::size_t skipped = text.starts_with(start) ? start.size() : 0;
     EXPECT_GT(skipped, 0u) << text;
     EXPECT_EQ(text.find('\n'), std::string::npos) << text;

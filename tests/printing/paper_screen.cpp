@@ -63,7 +63,8 @@ host::Dataset& PaperScreen::Add(const std::string& name, const std::vector<std::
   return *dataset;
 }
 
-app::printing::Printout PaperScreen::Print(const std::string& report, char kind, const std::string& layouts_folder) {
+app::printing::Printout PaperScreen::Print(const std::string& report, char kind, const std::string& layouts_folder,
+                                            std::chrono::milliseconds limit) {
   return app::printing::MakePrintout({.report = report,
                                       .kind = kind,
                                       .unknown_functions = &functions_,
@@ -73,7 +74,8 @@ app::printing::Printout PaperScreen::Print(const std::string& report, char kind,
                                       .company = "TECELAGEM SÃO JOSÉ LTDA",
                                       .moment = host::DateTime::FromIso("2026-03-10 22:15:00").value(),
                                       .layouts_folder = layouts_folder,
-                                      .settings = settings_});
+                                      .settings = settings_},
+                                     limit);
 }
 
 std::string TextOf(const app::printing::Printout& printout, std::size_t page) {

@@ -1,6 +1,7 @@
 // A screen that has nothing but datasets to print.
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -58,7 +59,8 @@ class PaperScreen {
   host::Screen& Screen() { return screen_; }
 
   /// With the clock at 10/03/2026 22:15, user "ADMIN" of "TECELAGEM SÃO JOSÉ LTDA".
-  app::printing::Printout Print(const std::string& report, char kind = 'W', const std::string& layouts_folder = {});
+  app::printing::Printout Print(const std::string& report, char kind = 'W', const std::string& layouts_folder = {},
+                                std::chrono::milliseconds limit = app::printing::kLayoutTimeLimit);
 
  private:
   NoHost host_;
