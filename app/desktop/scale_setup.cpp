@@ -235,6 +235,7 @@ QWidget* ScaleSetup::NewTrialBox() {
   heard_->setText(QStringLiteral("Ponha um peso conhecido na balança e teste: aqui aparece o que ela manda."));
   raw_->setObjectName(QStringLiteral("Raw"));
   raw_->setReadOnly(true);
+  raw_->setLineWrapMode(QPlainTextEdit::NoWrap);
   raw_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   raw_->setTabChangesFocus(true);
   raw_->setFixedHeight(kRawLines * raw_->fontMetrics().lineSpacing() + 2 * raw_->frameWidth() +
