@@ -13,6 +13,7 @@ host::Key ScreenKey(const QKeyEvent& event) {
   if (key == Qt::Key_Enter || key == Qt::Key_Return) return Key::kEnter;
   if (key == Qt::Key_Escape) return Key::kEscape;
   if (key >= Qt::Key_F1 && key <= Qt::Key_F12) {
+    if (event.isAutoRepeat()) return Key::kNone;  // a key held down weighs, confirms and deletes once
     return static_cast<Key>(static_cast<int>(Key::kF1) + (key - Qt::Key_F1));
   }
   return Key::kNone;

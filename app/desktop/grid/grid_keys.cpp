@@ -136,6 +136,7 @@ bool GridView::FunctionKey(const QKeyEvent& event) {
     return true;
   }
   if (event.modifiers() != Qt::NoModifier || key < Qt::Key_F3 || key > Qt::Key_F12 || !actor_.Live()) return false;
+  if (event.isAutoRepeat()) return true;  // held down it acts once
   actor_.Key(static_cast<host::Key>(static_cast<int>(host::Key::kF1) + key - Qt::Key_F1));
   return true;
 }

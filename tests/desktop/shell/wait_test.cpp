@@ -16,6 +16,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/desktop/bindings/keys.h"
 #include "app/serial/port.h"
 #include "host/host.h"
 
@@ -115,6 +116,16 @@ TEST_F(WindowsDuringWait, TheWindowStaysOpenAndIsPainted) {
   EXPECT_GT(window_.paints, before);
   window_.close();
   EXPECT_EQ(window_.closes, 1);
+}
+
+// What the keyboard repeats after the wait is the same press.
+TEST(HeldKey, ActsOnce) {
+  using app::desktop::ScreenKey;
+  for (const int key : {Qt::Key_F5, Qt::Key_F8}) {
+    EXPECT_NE(ScreenKey(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier)), host::Key::kNone);
+    EXPECT_EQ(ScreenKey(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, QString(), true)), host::Key::kNone);
+  }
+  EXPECT_EQ(ScreenKey(QKeyEvent(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, QString(), true)), host::Key::kTab);
 }
 
 }  // namespace
