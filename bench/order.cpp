@@ -31,12 +31,22 @@ void Expect(bool held, const char* what) {
   if (!held) throw std::runtime_error(what);
 }
 
-void Measure(int yarns) {
+// Compositions of fabrics that the order does not have.
+void AddCompositions(test::Mill& mill, int count) {
+  mill.Exec(
+      "EXECUTE BLOCK AS DECLARE I INTEGER = 0; BEGIN WHILE (I < " + std::to_string(count) +
+      ") DO BEGIN INSERT INTO {COMP_MATERIAL} (MATERIAL, COR, CODIGO, COR_I, PERC) VALUES ('X' || MOD(:I, 10000), "
+      "LPAD(MOD(:I, 7), 2, '0'), 'Y1', 'CR', 50); I = I + 1; END END");
+}
+
+void Measure(int yarns, int other_compositions) {
   test::Mill mill;
   bench::FillLargeOrder(mill, yarns);
+  if (other_compositions > 0) AddCompositions(mill, other_compositions);
   host::Screen& screen = mill.Open("TfmCadLoteTec");
   const std::string order = std::to_string(bench::kLargeOrderItems) + " items, " + std::to_string(yarns) + " yarns, " +
-                            std::to_string(yarns * bench::kLotsPerYarn) + " lots";
+                            std::to_string(yarns * bench::kLotsPerYarn) + " lots" +
+                            (other_compositions > 0 ? ", " + std::to_string(other_compositions) + " compositions" : "");
   Report(mill, order + ", load", [&] { mill.Type(screen, "EdtNumero", bench::kLargeOrder); });
   Expect(mill.Data(screen, "TbFios").RecordCount() == static_cast<std::size_t>(yarns), "the yarns are not all there");
   Report(mill, order + ", printout read", [&] { mill.Click(screen, "BtnImprimir"); });
@@ -64,7 +74,8 @@ void MeasureLabels(int count) {
 
 int main() {
   try {
-    for (const int yarns : {4, 20, 100, 400}) Measure(yarns);
+    for (const int yarns : {4, 20, 100, 400}) Measure(yarns, 0);
+    Measure(4, 100'000);
     for (const int labels : {10, 999}) MeasureLabels(labels);
     return 0;
   } catch (const std::exception& error) {

@@ -85,9 +85,8 @@ void RollLabels::Insert(const LabelledItem& item, std::int64_t sequence) {
   const std::string lot = item.order + std::string(kSequenceWidth - digits.size(), '0') + digits;
   Execute(database_,
           {"INSERT INTO " + w.Table("MAT_ITEN"),
-           "(QTDE, QTDE_R, QTD_MINIMA, COR, LOTE, CODIGO, DEPOSITO, PRECO_MED, LOCAL, BARRA, QTD_MAXIMA, LARGURA, "
-           "QUALIDADE)",
-           "VALUES", "(0, 0, 0,", w.Text(item.colour) + ",", w.Text(lot) + ",", w.Text(item.code) + ",",
+           "(QTDE, QTDE_R, QTD_MINIMA, COR, LOTE, CODIGO, DEPOSITO, PRECO_MED, LOCAL, BARRA, QTD_MAXIMA, LARGURA,",
+           "QUALIDADE)", "VALUES", "(0, 0, 0,", w.Text(item.colour) + ",", w.Text(lot) + ",", w.Text(item.code) + ",",
            w.Text(item.warehouse) + ",", "0,", w.Text("") + ",", w.Text("") + ",", "0, 0,", w.Text("1") + ")"});
 }
 

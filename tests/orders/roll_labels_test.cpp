@@ -400,6 +400,26 @@ TEST_F(RollLabels, LeaveWhatWasTypedOnTheScreen) {
 
 // --- statements, failures, stations ----------------------------------------------------------------------------------
 
+TEST_F(RollLabels, StatementsAsTheyStand) {
+  Order({{"F1", "01", "100"}});
+  Made("1");
+  mill_.TakeStatements();
+  Made("1", true);
+  const std::string label = "UDF_COPY(LOTE,1,6) = '000001' AND UDF_LEN(LOTE) = 9";
+  const std::string item = label + " AND CODIGO = 'F1' AND COR = '01'";
+  // Looked at, asked about, looked at again; then written.
+  EXPECT_EQ(
+      mill_.TakeStatements("MAT_ITEN"),
+      (Lines{"SELECT LOTE FROM MAT_ITEN WHERE " + item + " AND QTDE <> 0", "SELECT CODIGO FROM MAT_ITEN WHERE " + item,
+             "SELECT LOTE FROM MAT_ITEN WHERE " + item + " AND QTDE <> 0", "SELECT CODIGO FROM MAT_ITEN WHERE " + item,
+             "DELETE FROM MAT_ITEN WHERE " + item,
+             "SELECT MAX(UDF_COPY(LOTE,7,3)) AS SEQ FROM MAT_ITEN WHERE LOTE LIKE '000001%'",
+             "SELECT UDF_COPY(LOTE,7,3) AS SEQ FROM MAT_ITEN WHERE " + label,
+             "INSERT INTO MAT_ITEN (QTDE, QTDE_R, QTD_MINIMA, COR, LOTE, CODIGO, DEPOSITO, PRECO_MED, LOCAL, "
+             "BARRA, QTD_MAXIMA, LARGURA, QUALIDADE) VALUES (0, 0, 0, '01', '000001001', 'F1', 'DF', 0, '', '', "
+             "0, 0, '1')"}));
+}
+
 TEST_F(RollLabels, TakeOneForcedWrite) {
   Order({{"F1", "01", "100"}});
   mill_.Person().Answer("Quantidade:", "5");

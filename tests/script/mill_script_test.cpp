@@ -166,4 +166,34 @@ TEST_F(MillScript, AScriptThatGivesUpInTheModalScreenLeavesNoRoll) {
   EXPECT_EQ(mill_.Scalar("SELECT COUNT(*) FROM {BAIXA_FIO}").AsInteger(), 0);
 }
 
+TEST_F(MillScript, AnOrderIsPrintedAndItsRollsAreLabelled) {
+  EXPECT_EQ(Printed(std::string(kOrder) + R"js(
+    s.type("EdtNumero", number);
+    s.click("BtnImprimir");
+    print(jobs().map(job => job.report + " " + job.kind));
+    s.select("TbItens", {Codigo: "F1"});
+    answer("Quantidade:", "2");
+    s.menu("Gerar Etiqueta(s)");
+    print(messages().map(shown => shown.text));
+    print(db.query("SELECT LOTE, QTDE FROM {MAT_ITEN} WHERE UDF_LEN(LOTE) = 9 ORDER BY LOTE"));
+  )js"),
+            "[\"WTecLoteCad W\"]\n"
+            "[\"Etiquetas Geradas.\"]\n"
+            "[{\"LOTE\":\"000001001\",\"QTDE\":0},{\"LOTE\":\"000001002\",\"QTDE\":0}]\n");
+}
+
+TEST_F(MillScript, MetresAreMadeIntoAQuantityWithTheCursorOnIt) {
+  EXPECT_EQ(Printed(R"js(
+    const s = open("TfmCadLoteTec");
+    s.click("BtnIncluir");
+    s.type("EdtMalharia", "M00001");
+    s.append("TbItens", {Codigo: "FM", Cor: "01", Qtde: 1});
+    s.cell("TbItens", "Qtde");
+    answer("Informe a quantidade:", "1500");
+    s.menu("Calcular Metros");
+    print(s.rows("TbItens")[0].Qtde);
+  )js"),
+            "375\n");
+}
+
 }  // namespace
