@@ -71,9 +71,10 @@ TEST_F(Continuous, WhatWasSentMeanwhileIsNotForTheNextRoll) {
 TEST_F(Continuous, WithoutMoreDigitsThanDecimalsNothingHappens) {
   Ready();
   TypeQuantity("7,5");
-  for (const char* bytes : {"12\r", "kg\r", "\r\n", "\x02\x03",
-                            "\x02"
-                            "01234"}) {
+  const char* const kBrokenOff =
+      "\x02"
+      "01234";
+  for (const char* bytes : {"12\r", "kg\r", "\r\n", "\x02\x03", kBrokenOff}) {
     EXPECT_TRUE(Scale().Send(bytes)) << bytes;
   }
   EXPECT_EQ(Text("EdtQtde"), " 7,500");

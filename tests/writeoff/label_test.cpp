@@ -284,7 +284,7 @@ TEST_F(Labels, ThePrintTypeIsPresetByTheInstallation) {
   const auto preset = [this](const char* value) {
     mill_.SetParameter("SIS", 20, value);
     host::Screen& screen = mill_.Open("TfmMovBaiTec");
-    const auto text = dynamic_cast<host::Choice&>(*screen.FindComponent("CbImpressao")).SelectedText();
+    auto text = dynamic_cast<host::Choice&>(*screen.FindComponent("CbImpressao")).SelectedText();
     mill_.Desk().CloseScreen(screen);
     return text;
   };

@@ -121,14 +121,17 @@ TEST(NewestFrame, OfAStreamIsAlwaysOneOfItsFrames) {
   std::size_t found = 0;
   for (int round = 0; round < 200000; ++round) {
     const auto& [begin, end] = marks[below(marks.size())];
-    const std::string status = below(2) == 0 ? "" : "AbC";
+    const char* const status = below(2) == 0 ? "" : "AbC";
     std::string stream;
     std::vector<std::string> sent;
     for (std::size_t i = 0; i < 4; ++i) {
-      std::string digits;
-      for (int d = 0; d < 6; ++d) digits += static_cast<char>('0' + below(10));
-      stream += begin + status + digits + end;
-      sent.push_back((begin == "\x02" ? begin : "") + status + digits);
+      std::string frame = begin == "\x02" ? begin : "";
+      frame += status;
+      for (int d = 0; d < 6; ++d) frame += static_cast<char>('0' + below(10));
+      stream += begin == "\x02" ? "" : begin;
+      stream += frame;
+      stream += end;
+      sent.push_back(std::move(frame));
     }
     const std::size_t one = stream.size() / 4;
     // At least two of the four are there whole or in part, so that the first can be seen to be cut.
