@@ -275,8 +275,17 @@ std::unique_ptr<host::SerialPort> ReferenceApplication::NewSerialPort(host::Scre
 void ReferenceApplication::Print(std::string_view report, char kind, host::Report* unknown_functions,
                                  host::Screen& owner, const host::ReportFlags& flags) {
   database_->MakeDurable();  // paper cannot be taken back
-  const PrintRequest request{std::string(report), kind,     unknown_functions, owner,           flags,
-                             general_.vUsuario(), company_, clock_.Now(),      layouts_folder_, *settings_};
+  const std::string name = general_.BuscaParametro("SIS", 10);
+  const PrintRequest request{.report = std::string(report),
+                             .kind = kind,
+                             .unknown_functions = unknown_functions,
+                             .owner = owner,
+                             .flags = flags,
+                             .user = general_.vUsuario(),
+                             .company = name.empty() ? company_ : name,
+                             .moment = clock_.Now(),
+                             .layouts_folder = layouts_folder_,
+                             .settings = *settings_};
   if (auto job = equipment_.Print(request)) jobs_.push_back(std::move(*job));
 }
 

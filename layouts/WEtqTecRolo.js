@@ -92,15 +92,15 @@ function amount(roll, about) {
 
 function details(roll) {
   const cells = [
-    ["PEÇAS", roll.QTDE_R > 0 ? number(roll.QTDE_R, "0.###") : "1", 10],
-    ["DATA", date(roll.DT_LAN), 19],
+    ["PEÇAS", roll.QTDE_R > 0 ? number(roll.QTDE_R, "0.###") : "1", 9],
+    ["DATA", date(roll.DT_LAN), 18],
     ["TURNO", plain(roll.TURNO), 10],
-    ["OPERADOR", joined(roll.FUNCIONARIO, roll.NOME), 31],
-    ["MÁQUINA", joined(roll.MAQUINA, roll.DESC_MAQUINA), 26],
+    ["OPERADOR", joined(roll.FUNCIONARIO, roll.NOME), 29],
+    ["MÁQUINA", joined(roll.MAQUINA, roll.DESC_MAQUINA), 30],
   ];
   let x = left;
   return cells.map(([name, shown, w]) => {
-    const items = [caption(name, x, 36.3, w - 1), value(shown, x, 38.4, w - 1, 8, { h: 4.2, valign: "middle" })];
+    const items = [caption(name, x, 36.3, w - 1), value(shown, x, 38.4, w - 1, 8, { h: 4.2, wrap: true, valign: "middle" })];
     x += w;
     return items;
   });

@@ -136,11 +136,11 @@ function lotAndWeight(words, x, y) {
 
 function details(roll) {
   const cells = [
-    ["PEÇAS", roll.QTDE_R > 0 ? number(roll.QTDE_R, "0.###") : "1", 76],
-    ["DATA", date(roll.DT_LAN), 150],
+    ["PEÇAS", roll.QTDE_R > 0 ? number(roll.QTDE_R, "0.###") : "1", 72],
+    ["DATA", date(roll.DT_LAN), 144],
     ["TURNO", plain(roll.TURNO), 76],
-    ["OPERADOR", joined(roll.FUNCIONARIO, roll.NOME), 252],
-    ["MÁQUINA", joined(roll.MAQUINA, roll.DESC_MAQUINA), 218],
+    ["OPERADOR", joined(roll.FUNCIONARIO, roll.NOME), 236],
+    ["MÁQUINA", joined(roll.MAQUINA, roll.DESC_MAQUINA), 244],
   ];
   let x = LEFT;
   let commands = "";

@@ -145,16 +145,16 @@ const yarnSection = () => [...section("Fios"), table({
   totals: "Total",
   empty: "Nenhum fio na composição das malhas.",
   columns: [
-    { caption: "Código", field: "Codigo", width: 19 },
+    { caption: "Código", field: "Codigo", width: 16 },
     { caption: "Fio", field: "Descricao", width: "*", wrap: true },
     { caption: "Cor", value: (yarn) => joined(yarn.COR, yarn.DESCCOR), width: 34, wrap: true },
-    { caption: "Ne", value: (yarn) => positive(yarn.NE, "0"), width: 9, align: "right" },
+    { caption: "Ne", value: (yarn) => positive(yarn.NE, "0"), width: 8, align: "right" },
     { caption: "LFA", value: (yarn) => positive(yarn.LFA, "0.##"), width: 13, align: "right" },
     { caption: "Roca", value: (yarn) => positive(yarn.ROCA, "0"), width: 11, align: "right" },
-    { caption: "Ponto", value: (yarn) => positive(yarn.MILIMETRO, "0.00"), width: 13, align: "right" },
+    { caption: "Ponto", value: (yarn) => positive(yarn.MILIMETRO, "0.00"), width: 12, align: "right" },
     { caption: "Tensão", value: (yarn) => positive(yarn.TENSAO, "0.##"), width: 14, align: "right" },
-    { caption: "Consumo", field: "Consumo", format: "#,##0.000", width: 23, align: "right", total: true },
-    { caption: "Un.", field: "Unidade", width: 9 },
+    { caption: "Consumo", field: "Consumo", format: "#,##0.000", width: 22, align: "right", total: true },
+    { caption: "Un.", field: "Unidade", width: 8 },
   ],
 })];
 

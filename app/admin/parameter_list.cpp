@@ -23,6 +23,7 @@ std::span<const ParameterInfo> KnownParameters() {
        "Consumo dos fios na baixa",
        {{"S", "das reservas da ordem; sem reserva não há baixa"}, {"N", "a peça pode ser baixada sem reserva"}}},
       {"MAL", 90, "Conferência das reservas de fio na ordem de tecelagem", {{"S", "confere"}, {"N", "não confere"}}},
+      {"SIS", 10, "Nome da empresa nos impressos", {}},
       {"SIS", 20, "Modo de impressão proposto para as etiquetas", {{"S", "texto"}, {"N", "Windows"}}},
   };
   return kParameters;
@@ -37,6 +38,7 @@ const ParameterInfo* FindParameter(std::string_view group, int number) {
 
 std::optional<std::string> ParameterObjection(const ParameterInfo& parameter, std::string_view value) {
   const auto& allowed = parameter.allowed;
+  if (allowed.empty()) return std::nullopt;
   if (std::any_of(allowed.begin(), allowed.end(), [&](const AllowedValue& known) { return known.value == value; })) {
     return std::nullopt;
   }

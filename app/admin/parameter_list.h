@@ -18,7 +18,7 @@ struct ParameterInfo {
   std::string_view group;
   int number;
   std::string_view meaning;
-  std::vector<AllowedValue> allowed;
+  std::vector<AllowedValue> allowed;  // empty: any text
 };
 
 /// Those that the program reads, by group and number.

@@ -101,6 +101,7 @@ void TfmParametros::ShowAllowed() {
   LblValores.SetText("Valores aceitos em " + Quoted(group) + " " + std::to_string(number));
   const ParameterInfo* known = FindParameter(group, number);
   if (known == nullptr) return;
+  if (known->allowed.empty()) LblValores.SetText(LblValores.Text() + ": qualquer texto");
   for (const AllowedValue& allowed : known->allowed) {
     TbValores.Append();
     TbValores["VALOR"].Set(allowed.value);

@@ -9,6 +9,7 @@
 #include "app/mill/import.h"
 #include "app/mill/import_rules.h"
 #include "app/mill/passwords.h"
+#include "app/services/parameters.h"
 #include "host/errors.h"
 
 namespace app::mill {
@@ -53,6 +54,7 @@ DatabasePtr CreateDemo(const firebird::ConnectOptions& options, std::string_view
   return FillAtOnce(options, FillStart::kNewFile, [&](firebird::Database& database) {
     Prepare(database, admin_password);
     ImportDemo(database);
+    services::Parameters(database).Write("SIS", 10, "TÊXTIL SANTA CLARA");
   });
 }
 

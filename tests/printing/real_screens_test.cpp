@@ -31,6 +31,7 @@ class RealScreens : public testing::Test {
     test::FillSmallMill(mill_);
     mill_.SetClock("2026-03-10 22:15:00");
     mill_.SetParameter("MAL", 40, "3");
+    mill_.SetParameter("SIS", 10, "TECELAGEM SÃO JOSÉ LTDA");
   }
 
   static Mill::Options With(app::Equipment& equipment) {
@@ -81,8 +82,9 @@ TEST_F(RealScreens, AnOrderGoesToTheMillOnPaper) {
   EXPECT_THAT(mill_.Messages(), testing::IsEmpty());
   EXPECT_THAT(CodesOfPdf("WTecLoteCad-1.pdf"), ElementsAre("CODE-128:" + order));
   const std::string text = TextOfPdf("WTecLoteCad-1.pdf");
-  for (const char* part : {"Ordem de Tecelagem", "M00001", "F1", "100,000 kg", "Fios", "Y1", "60,000", "Y2", "40,000",
-                           "100,000", "Rolos esperados", "Página 1 de 1", "10/03/2026 22:15"}) {
+  for (const char* part :
+       {"TECELAGEM SÃO JOSÉ LTDA", "Ordem de Tecelagem", "M00001", "F1", "100,000 kg", "Fios", "Y1", "60,000", "Y2",
+        "40,000", "100,000", "Rolos esperados", "Página 1 de 1", "10/03/2026 22:15"}) {
     EXPECT_THAT(text, HasSubstr(part));
   }
 }
@@ -100,7 +102,8 @@ TEST_F(RealScreens, ARollGetsItsLabelAndItIsScanned) {
   EXPECT_THAT(CodesOfPdf("WEtqTecRolo-1.pdf"), UnorderedElementsAre("CODE-128:" + lot, "I2/5:07891234501028",
                                                                     "QR-Code:LOTE " + lot + " PESO 20.400 KG"));
   const std::string text = TextOfPdf("WEtqTecRolo-1.pdf");
-  const std::vector<std::string> parts{"Ordem " + order, "ROLO 2", "20,400 kg", lot, "10/03/2026", "BURACO NA MALHA"};
+  const std::vector<std::string> parts{
+      "TECELAGEM SÃO JOSÉ LTDA", "Ordem " + order, "ROLO 2", "20,400 kg", lot, "10/03/2026", "BURACO NA MALHA"};
   for (const std::string& part : parts) {
     EXPECT_THAT(text, HasSubstr(part));
   }
