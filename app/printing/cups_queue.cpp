@@ -1,6 +1,6 @@
 #include "app/printing/cups_queue.h"
 
-#include <cstdint>
+#include <array>
 #include <memory>
 
 #include "host/errors.h"
@@ -43,22 +43,38 @@ Connection Connect(const TimeLimits& limits) {
   return http;
 }
 
-class Options {
- public:
-  explicit Options(const QueueJob& job) {
-    for (const auto& [name, value] : job.options) count_ = cupsAddOption(name.c_str(), value.c_str(), count_, &first_);
-  }
-  ~Options() { cupsFreeOptions(count_, first_); }
-  Options(const Options&) = delete;
-  Options& operator=(const Options&) = delete;
+std::string ResourceOf(const QueueJob& job) { return "/printers/" + job.queue; }
 
-  int Count() const { return count_; }
-  cups_option_t* First() const { return first_; }
+void AddOptions(ipp_t* request, const QueueJob& job) {
+  int count = 0;
+  cups_option_t* options = nullptr;
+  for (const auto& [name, value] : job.options) count = cupsAddOption(name.c_str(), value.c_str(), count, &options);
+  cupsEncodeOptions2(request, count, options, IPP_TAG_JOB);
+  cupsFreeOptions(count, options);
+}
 
- private:
-  int count_ = 0;
-  cups_option_t* first_ = nullptr;
-};
+// The job's number, 0 when it was refused. Asked of the server in one go: the library's own function first looks for
+// the queue in the whole network, which takes long when nobody has it.
+int CreateJob(http_t* http, const QueueJob& job) {
+  std::array<char, HTTP_MAX_URI> uri{};
+  std::array<char, HTTP_MAX_URI> path{};
+  httpAssembleURIf(HTTP_URI_CODING_ALL, uri.data(), uri.size(), "ipp", nullptr, "localhost", 0, "/printers/%s",
+                   job.queue.c_str());
+  httpAssembleURIf(HTTP_URI_CODING_ALL, path.data(), path.size(), "ipp", nullptr, "localhost", 0, "/printers/%s",
+                   job.queue.c_str());
+  ipp_t* request = ippNewRequest(IPP_OP_CREATE_JOB);
+  ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, uri.data());
+  ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+  ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, job.title.c_str());
+  AddOptions(request, job);
+  ipp_t* response = cupsDoRequest(http, request, ResourceOf(job).c_str());
+  ipp_attribute_t* id = response == nullptr || ippGetStatusCode(response) > IPP_STATUS_OK_CONFLICTING
+                            ? nullptr
+                            : ippFindAttribute(response, "job-id", IPP_TAG_INTEGER);
+  const int number = id != nullptr ? ippGetInteger(id, 0) : 0;
+  ippDelete(response);
+  return number;
+}
 
 [[noreturn]] void Refuse(const QueueJob& job) {
   std::string why;
@@ -81,13 +97,21 @@ class Options {
   throw host::InputError("A fila de impressão \"" + job.queue + "\" " + why + " Nada foi impresso.");
 }
 
-bool Send(http_t* http, const QueueJob& job, int id, std::string_view document) {
+enum class Sent { kTaken, kRefused, kNotConfirmed };
+
+Sent Send(http_t* http, const QueueJob& job, int id, std::string_view document) {
   const char* const format = job.format == QueueFormat::kRaw ? CUPS_FORMAT_RAW : CUPS_FORMAT_PDF;
-  if (cupsStartDocument(http, job.queue.c_str(), id, job.title.c_str(), format, 1) != HTTP_STATUS_CONTINUE)
-    return false;
+  if (cupsStartDocument(http, job.queue.c_str(), id, job.title.c_str(), format, 1) != HTTP_STATUS_CONTINUE) {
+    return Sent::kRefused;
+  }
   const bool sent = cupsWriteRequestData(http, document.data(), document.size()) == HTTP_STATUS_CONTINUE;
-  const ipp_status_t finished = cupsFinishDocument(http, job.queue.c_str());
-  return sent && finished <= IPP_STATUS_OK_CONFLICTING;
+  // A server that answers nothing leaves no error behind, only no answer.
+  ipp_t* response = cupsGetResponse(http, ResourceOf(job).c_str());
+  const bool taken = response != nullptr && ippGetStatusCode(response) <= IPP_STATUS_OK_CONFLICTING;
+  const bool answered = response != nullptr;
+  ippDelete(response);
+  if (sent && taken) return Sent::kTaken;
+  return sent && !answered ? Sent::kNotConfirmed : Sent::kRefused;
 }
 
 }  // namespace
@@ -113,15 +137,18 @@ void SendToQueue(const QueueJob& job, std::string_view document, const TimeLimit
                            "\" não foi alcançada: o servidor de impressão deste computador (CUPS) não responde. "
                            "Nada foi impresso.");
   }
-  const Options options(job);
-  const int id = cupsCreateJob(http.get(), job.queue.c_str(), job.title.c_str(), options.Count(), options.First());
+  const int id = CreateJob(http.get(), job);
   if (id == 0) Refuse(job);
-  if (Send(http.get(), job, id, document)) return;
-  const ipp_status_t why = cupsLastError();
-  const std::string text = cupsLastErrorString();
+  const Sent sent = Send(http.get(), job, id, document);
+  if (sent == Sent::kTaken) return;
+  const std::string why = cupsLastErrorString();
   cupsCancelJob2(http.get(), job.queue.c_str(), id, 0);
-  throw host::InputError("A fila de impressão \"" + job.queue + "\" não recebeu o trabalho inteiro (" +
-                         (text.empty() ? std::string(ippErrorString(why)) : text) + "). Nada foi impresso.");
+  if (sent == Sent::kNotConfirmed) {
+    throw host::InputError("A fila de impressão \"" + job.queue +
+                           "\" não confirmou o trabalho: confira o que saiu antes de imprimir de novo.");
+  }
+  throw host::InputError("A fila de impressão \"" + job.queue + "\" não recebeu o trabalho inteiro (" + why +
+                         "). Nada foi impresso.");
 }
 
 #endif

@@ -1,7 +1,6 @@
 #include "app/printing/delivery.h"
 
 #include <QPageSize>
-#include <QSizeF>
 #include <fstream>
 #include <iterator>
 #include <utility>
@@ -47,9 +46,8 @@ std::vector<std::pair<std::string, std::string> > OptionsOf(const Printout& prin
   const QPageSize size = PaperOf(printout).pageSize();
   std::string media = size.key().toStdString();
   if (size.id() == QPageSize::Custom) {
-    const QSizeF millimetres = size.size(QPageSize::Millimeter);
-    media = "Custom." + QString::number(millimetres.width()).toStdString() + "x" +
-            QString::number(millimetres.height()).toStdString() + "mm";
+    media = "Custom." + QString::number(printout.width).toStdString() + "x" +
+            QString::number(printout.height).toStdString() + "mm";
   }
   return {{"copies", std::to_string(copies)}, {"media", media}, {"print-scaling", "none"}};
 }

@@ -64,7 +64,7 @@ TEST_F(Cli, HelpNamesEveryCommand) {
   const Ended help = Start({"--help"});
   EXPECT_EQ(help.code, 0);
   EXPECT_EQ(help.errors, "");
-  for (const char* command : {"desktop", "init", "demo", "import", "script", "check", "scale-simulator", "version"}) {
+  for (const char* command : {"desktop", "init", "demo", "import", "script", "print", "check", "scale-simulator", "version"}) {
     EXPECT_NE(help.output.find(std::string("\n  ") + command + " "), std::string::npos) << command;
     const Ended own = Start({command, "--help"});
     EXPECT_EQ(own.code, 0) << command;
