@@ -55,6 +55,7 @@ DatabasePtr CreateDemo(const firebird::ConnectOptions& options, std::string_view
     Prepare(database, admin_password);
     ImportDemo(database);
     services::Parameters(database).Write("SIS", 10, "TÊXTIL SANTA CLARA");
+    database.MakeDurable();
   });
 }
 

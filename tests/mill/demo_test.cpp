@@ -82,6 +82,16 @@ class DemoTest : public testing::Test {
 };
 OwnDatabase* DemoTest::own_ = nullptr;
 
+TEST_F(DemoTest, PaperBearsTheMillsNameAndScannersReadItsFabrics) {
+  EXPECT_EQ(own_->Scalar("SELECT VALOR FROM TEC_PARAMETRO WHERE GRUPO = 'SIS' AND NUMERO = 10").AsText(),
+            "TÊXTIL SANTA CLARA");
+  EXPECT_EQ(Count("{MAT_ITEN} WHERE CODIGO STARTING 'M' AND CHAR_LENGTH(BARRA) <> 13"), 0);
+  EXPECT_EQ(Count("(SELECT BARRA FROM {MAT_ITEN} WHERE BARRA <> '' GROUP BY BARRA HAVING COUNT(*) > 1)"), 0);
+  EXPECT_EQ(Count("{MAT_ITEN} I INNER JOIN {MATERIAL} M ON M.CODIGO = I.CODIGO WHERE M.GRUPO IN ('MCR', 'RET') AND "
+                  "I.LOTE = '000000' AND I.BARRA SIMILAR TO '789[0-9]{10}'"),
+            15);
+}
+
 TEST_F(DemoTest, EveryFileIsBroughtInWhole) {
   const auto order = app::mill::ImportOrder();
   for (const auto& file : app::DemoFiles()) {
