@@ -1,6 +1,7 @@
 // The weight from the scale.
 #include "host/decimal.h"
 #include "host/errors.h"
+#include "host/kit/busy.h"
 #include "host/raw_bytes.h"
 #include "host/text.h"
 #include "writeoff/mov_bai_tec.h"
@@ -21,6 +22,7 @@ void TfmMovBaiTec::CapturaPeso() {
   if (Site()->Focused() == &EdtBarra && LeCodigoDeBarras()) return;
   Weighing weighing;
   try {
+    const host::Busy busy(*this, "Lendo a balança...");
     weighing = scale_.Capture();
   } catch (const host::InputError& error) {
     Recusa(error.what(), nullptr);
