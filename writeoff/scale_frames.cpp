@@ -78,11 +78,14 @@ bool AnswerEnded(std::string_view received) {
 
 std::string NewestFrame(std::string_view received) {
   const std::vector<Piece> pieces = Splitter(received).Take();
+  // Of a scale that never ends a frame, each may have broken off before the next began.
+  const bool marked = std::any_of(received.begin(), received.end(), EndsFrame);
   if (pieces.size() == 1) {
     return CanStandAlone(pieces.front()) ? pieces.front().text.substr(0, kFrameCharacters) : std::string();
   }
-  const auto newest =
-      std::find_if(pieces.rbegin(), pieces.rend(), [](const Piece& piece) { return piece.begun && piece.ended; });
+  const auto newest = std::find_if(pieces.rbegin(), pieces.rend(), [marked](const Piece& piece) {
+    return piece.begun && piece.ended && (marked || piece.text.size() >= kFrameCharacters);
+  });
   return newest == pieces.rend() ? std::string() : newest->text.substr(0, kFrameCharacters);
 }
 

@@ -69,11 +69,17 @@ TEST(NewestFrame, NeverOneCutAtTheFrontOrTheEnd) {
 
 TEST(NewestFrame, MarkedByStxAlone) {
   EXPECT_EQ(NewestFrame("000\x02"
-                        "001000\x02"
-                        "002000\x02"
-                        "003"),
+                        "ABC001000\x02"
+                        "ABC002000\x02"
+                        "ABC003"),
             "\x02"
-            "002000");
+            "ABC002000");
+  // Each may have broken off before the next began.
+  EXPECT_EQ(NewestFrame("\x02"
+                        "020\x02"
+                        "020\x02"
+                        "020"),
+            "");
   // All there is broke off.
   EXPECT_EQ(NewestFrame("\x02"
                         "0010"),
