@@ -100,7 +100,7 @@ function details(roll) {
   ];
   let x = left;
   return cells.map(([name, shown, w]) => {
-    const items = [caption(name, x, 36.3, w - 1), value(shown, x, 38.4, w - 1, 8, { h: 4.2, wrap: true, valign: "middle" })];
+    const items = [caption(name, x, 36.3, w - 1), value(shown, x, 38.8, w - 1, 8, { h: 4, wrap: true, valign: "middle" })];
     x += w;
     return items;
   });

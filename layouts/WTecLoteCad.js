@@ -66,8 +66,8 @@ function boxes(cells, y, height, size) {
     return [
       { box: [at, y, w, height], width: 0.15 },
       { text: caption, x: at + 1, y: y + 0.5, w: w - 2, h: 2.9, size: 6, color: GREY },
-      { text: plain(shown), x: at + 1, y: y + 3.2, w: w - 2, h: height - 3.6, size, bold: true, shrink: true,
-        valign: "middle" },
+      { text: plain(shown), x: at + 1, y: y + 3.2, w: w - 2, h: height - 3.6, size, bold: true, wrap: true,
+        shrink: true, valign: "middle" },
     ];
   }).reduce((all, cell) => all.concat(cell), []);
 }
@@ -206,10 +206,10 @@ function rollSection() {
     rolls.slice(at, at + perLine).forEach((roll, column) => {
       const x = column * w;
       shown.push({ box: [x, 0, w, h], width: 0.15 });
-      shown.push({ text: plain(roll.NR), x: x + 1, y: 0.4, w: written ? 9 : w - 2, h: h - 0.8, size: 8, bold: true,
+      shown.push({ text: plain(roll.NR), x: x + 1, y: 0.4, w: written ? 7.5 : w - 2, h: h - 0.8, size: 8, bold: true,
                    shrink: true, valign: written ? "top" : "middle" });
       if (written) {
-        shown.push({ text: plain(roll.CODIGO), x: x + 10, y: 0.5, w: w - 11, h: 2.8, size: 5.5, color: GREY, align: "right",
+        shown.push({ text: joined(roll.CODIGO, roll.COR), x: x + 8, y: 0.5, w: w - 9, h: 2.8, size: 5.5, color: GREY, align: "right",
                      shrink: true });
       }
     });
