@@ -89,13 +89,18 @@ std::string RollReversal::Item(const RollRow& roll) const {
   return where;
 }
 
-// A crumb left of the subtraction would keep the order from being deleted.
+// The item adds up what was weighed, each roll is stored rounded: a crumb left after the last one would keep the order
+// from being deleted.
 bool RollReversal::EmptiesItem(const RollRow& roll) {
   const auto query = database_.NewQuery();
-  query->SQL.Add("SELECT QTDE_B FROM " + funcoes_.DBLocal("TECEL_ITEN", true));
+  query->SQL.Add("SELECT QTDE_B, (SELECT COUNT(*) FROM " + funcoes_.DBLocal("TECELB", true) +
+                 " WHERE NUMERO = " + funcoes_.Aspas(roll.order) + " AND CODIGO = " + funcoes_.Aspas(roll.code) +
+                 " AND COR = " + funcoes_.Aspas(roll.colour) + ") AS PECAS");
+  query->SQL.Add("FROM " + funcoes_.DBLocal("TECEL_ITEN", true));
   query->SQL.Add(Item(roll));
   query->Open();
-  return host::RoundTo(query->FieldByName("QTDE_B").AsFloat() - roll.quantity, 3) <= 0;
+  const bool last = query->FieldByName("PECAS").AsInteger() <= 1;
+  return last || !(query->FieldByName("QTDE_B").AsFloat() > roll.quantity);
 }
 
 void RollReversal::LowerItem(const RollRow& roll) {

@@ -249,6 +249,18 @@ TEST_F(Reversal, NeverLeavesLessThanNothingWrittenOff) {
   }
 }
 
+TEST_F(Reversal, KeepsTheLeastOfRollsThatRemain) {
+  Order(kOrder, {{"FM", "01", 10, ""}});
+  mill_.SetParameter("MAL", 70, "N");
+  mill_.Exec("DELETE FROM {COMP_MATERIAL}");
+  Load();
+  ASSERT_EQ(Roll("0,001"), ActResult::kDone);  // a quarter of a gram
+  ASSERT_EQ(Roll("4"), ActResult::kDone);
+  ASSERT_EQ(Reverse(2), ActResult::kDone);
+  EXPECT_EQ(Number("SELECT QTDE_B FROM {TECEL_ITEN}"), 0.00025);
+  ExpectBooksBalance();
+}
+
 // The roll names the sales order that its item had. Where the order was given another one since, no item is found;
 // the next save of the order counts its rolls anew.
 TEST_F(Reversal, AnItemOfAnotherSalesOrderIsMendedByTheNextSave) {

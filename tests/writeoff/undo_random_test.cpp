@@ -146,7 +146,7 @@ class UndoRandom : public ReversalMill, public ::testing::WithParamInterface<uns
 
 TEST_P(UndoRandom, LeavesWhatTheRollsThatRemainSay) {
   const char* soak = std::getenv("TECELAGEM_SOAK");
-  const int steps = soak == nullptr ? 160 : 160 * std::max(1, std::atoi(soak));
+  const int steps = soak == nullptr ? 145 : 145 * std::max(1, std::atoi(soak));
   UndoBooks books(mill_);
   for (int step = 1; step <= steps; ++step) {
     SCOPED_TRACE("step " + std::to_string(step));
