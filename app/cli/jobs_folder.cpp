@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 fs::path Fresh() {
   std::random_device random;
   for (;;) {
-    const fs::path folder = fs::temp_directory_path() / ("tecelagem-jobs-" + std::to_string(random()));
+    fs::path folder = fs::temp_directory_path() / ("tecelagem-jobs-" + std::to_string(random()));
     std::error_code error;
     if (fs::create_directory(folder, error)) {
       fs::permissions(folder, fs::perms::owner_all, error);

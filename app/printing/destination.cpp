@@ -121,7 +121,9 @@ std::string FileFor(const std::string& file_or_folder, const std::string& title,
   std::error_code ignored;
   if (!fs::is_directory(file_or_folder, ignored)) return file_or_folder;
   for (int number = 1;; ++number) {
-    const fs::path file = fs::path(file_or_folder) / (title + "-" + std::to_string(number) + "." + extension);
+    std::string name = title;
+    name.append("-").append(std::to_string(number)).append(".").append(extension);
+    const fs::path file = fs::path(file_or_folder) / name;
     if (!fs::exists(file, ignored)) return file.string();
   }
 }
@@ -155,7 +157,7 @@ std::string SendBytes(const Destination& destination, std::string_view bytes, co
       SendToAddress(ParseAddress(destination.place), bytes, limits);
       return {};
     case Kind::kFile: {
-      const std::string file = FileFor(destination.place, title, "txt");
+      std::string file = FileFor(destination.place, title, "txt");
       WriteWholeFile(file, bytes);
       return file;
     }

@@ -20,7 +20,9 @@ void Silence(QtMsgType, const QMessageLogContext&, const QString&) {}
 class ToolkitWithoutDisplay {
  public:
   ToolkitWithoutDisplay() {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Whatever the person's desktop asks of programs with windows would look for a display, and end this one without.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qunsetenv("QT_QPA_PLATFORMTHEME");
     qInstallMessageHandler(&Silence);
     application_ = std::make_unique<QGuiApplication>(count_, values_);
   }

@@ -185,6 +185,14 @@ TEST_F(PrintCommand, WithoutOneItLeavesNothingBehind) {
   }
 }
 
+TEST_F(PrintCommand, NoDisplayIsWanted) {
+  const Ended ended =
+      Start({"print", "WTecLoteCad", "--order", "000001", "--pdf", folder_ / "x.pdf", "--database", Database()},
+            {"QT_QPA_PLATFORM=xcb", "QT_QPA_PLATFORMTHEME=gtk3", "DISPLAY=:4711"});
+  EXPECT_EQ(ended.code, 0) << ended.errors;
+  EXPECT_EQ(ended.errors, "");
+}
+
 TEST_F(PrintCommand, AFolderThatCannotBeIsOneLine) {
   folder_.Write("arquivo", "x");
   ExpectOneLine(

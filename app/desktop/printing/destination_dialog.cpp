@@ -121,7 +121,7 @@ void DestinationDialog::LayOut(const Question& question) {
   place->addWidget(browse_);
   auto* form = new QFormLayout;
   form->addRow(QStringLiteral("Relatório"), what);
-  form->addRow(QStringLiteral("&Imprimir em"), kinds_);
+  form->addRow(QStringLiteral("I&mprimir em"), kinds_);
   auto* place_caption = new QLabel(QStringLiteral("&Destino"));
   place_caption->setBuddy(place_);
   form->addRow(place_caption, place);

@@ -1,6 +1,7 @@
 // Where a report goes: asked once, remembered, changed.
 #include "app/desktop/printing/destination_dialog.h"
 
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -9,6 +10,7 @@
 #include <QSpinBox>
 #include <QTest>
 
+#include "app/desktop/mnemonics.h"
 #include "paper_station.h"
 
 namespace {
@@ -131,6 +133,22 @@ TEST_F(Destinations, PagesAreOfferedOnlyWhatTakesPages) {
   EXPECT_EQ(kinds(pages), (QStringList{"Impressora deste computador", "Arquivo ou pasta"}));
   EXPECT_EQ(kinds(text), (QStringList{"Impressora na rede", "Dispositivo ligado ao computador",
                                       "Fila de impressão, sem tratamento", "Arquivo ou pasta"}));
+}
+
+TEST_F(Destinations, EveryLetterIsOnce) {
+  for (const char kind : {'W', 'T'}) {
+    const app::desktop::DestinationDialog box({"Imprimir", "Lista", kind, {}, true, "&Imprimir"}, &window_);
+    QList<QChar> letters;
+    for (const auto* button : box.findChildren<QAbstractButton*>()) {
+      letters += app::desktop::MnemonicOf(button->text());
+    }
+    for (const auto* label : box.findChildren<QLabel*>()) {
+      if (label->buddy() != nullptr) letters += app::desktop::MnemonicOf(label->text());
+    }
+    letters.removeAll(QChar());
+    EXPECT_EQ(letters.size(), QSet<QChar>(letters.begin(), letters.end()).size());
+    EXPECT_GE(letters.size(), 6);
+  }
 }
 
 TEST_F(Destinations, WhatFailedIsNotRemembered) {
