@@ -93,7 +93,7 @@ std::string GtinBody(const Kind& kind, const std::string& value) {
     Refuse(kind.name, value,
            "tem " + std::to_string(value.size()) + " dígitos em vez de " + std::to_string(kind.digits));
   }
-  const std::string digits = value.substr(0, body);
+  std::string digits = value.substr(0, body);
   if (value.size() == kind.digits && value.back() != SumToTens(digits)) {
     Refuse(kind.name, value, std::string("dígito verificador errado; seria ") + SumToTens(digits));
   }

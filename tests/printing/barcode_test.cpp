@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <map>
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -182,6 +183,34 @@ TEST(Barcode, TooLongValueIsCutInTheRefusalBetweenCharacters) {
   EXPECT_LT(refused.size(), 120U);
   EXPECT_THAT(refused, HasSubstr("ãã…"));
   EXPECT_THAT(Refusal("code128", std::string(500, 'x')), HasSubstr("longo demais"));
+}
+
+TEST(Barcode, WhateverIsAskedForIsEncodedWholeOrRefused) {
+  std::mt19937 random(20260310);  // the same values in every run
+  const std::vector<std::string> kinds{"code128", "ean13", "ean14", "itf14", "gs1-128", "qr", "code39"};
+  const std::string likely = "0123456789()[]ABCxyz -.$/+%\xc3\xa3";
+  int encoded = 0;
+  for (int round = 0; round < 20'000; ++round) {
+    const std::string& kind = kinds[random() % kinds.size()];
+    std::string value;
+    for (auto left = random() % 24; left > 0; --left) {
+      value += round % 2 == 0 ? likely[random() % likely.size()] : static_cast<char>(random() % 256);
+    }
+    if (round % 5 == 0) {
+      value = std::to_string(random()) + std::to_string(random());
+      value.resize(std::min<std::size_t>(value.size(), 12 + random() % 3));
+    }
+    ASSERT_EQ(CanEncode(kind, value), Refusal(kind, value) == "taken") << kind << " " << value;
+    if (!CanEncode(kind, value)) continue;
+    ++encoded;
+    const Barcode code = EncodeBarcode(kind, value);
+    ASSERT_FALSE(code.bars.empty());
+    for (const CodeBar& bar : code.bars) {
+      ASSERT_TRUE(bar.x >= code.quiet_left && bar.width > 0 && bar.x + bar.width <= code.width - code.quiet_right);
+      ASSERT_TRUE(bar.y >= 0 && bar.height > 0 && bar.y + bar.height <= code.height);
+    }
+  }
+  EXPECT_GT(encoded, 3'000);
 }
 
 // --- geometry --------------------------------------------------------------------------------------------------------

@@ -159,6 +159,7 @@ class OddRollLabel : public RollLabel, public testing::WithParamInterface<OddRol
     Roll(With(UsualRoll(), GetParam().roll));
     Fabric(With(UsualFabric(), GetParam().fabric));
     std::vector<FieldsOfRow> rows;
+    rows.reserve(static_cast<std::size_t>(GetParam().defects));
     for (int at = 0; at < GetParam().defects; ++at) {
       rows.push_back(Defect("DEFEITO DE NÚMERO " + std::to_string(at) + " COM ^SINAL~ E NOME"));
     }
@@ -281,7 +282,7 @@ TEST_F(RollLabel, ThirtyDefectsAreCountedBeyondTheRoomForThem) {
   std::vector<FieldsOfRow> rows;
   for (int at = 1; at <= 30; ++at) rows.push_back(Defect("DEFEITO " + std::to_string(at)));
   Defects(rows);
-  for (std::string text : {TextOf(Drawn()), Commands()}) {
+  for (const std::string& text : {TextOf(Drawn()), Commands()}) {
     EXPECT_THAT(text, HasSubstr("DEFEITO 1, DEFEITO 2"));
     const std::regex tail("e mais (\\d+)");
     std::smatch found;

@@ -50,6 +50,7 @@ QRectF InkOf(const app::printing::Printout& printout, const app::printing::TextI
 host::Dataset& PaperScreen::Add(const std::string& name, const std::vector<std::string>& fields,
                                 const std::vector<FieldsOfRow>& rows) {
   std::vector<host::FieldDef> defs;
+  defs.reserve(fields.size());
   for (const std::string& field : fields) defs.push_back({.name = field, .type = TypeOf(field, rows)});
   auto& dataset = datasets_[name];
   if (!dataset) dataset = std::make_unique<host::Dataset>(screen_, name);
@@ -107,6 +108,7 @@ std::string Collisions(const app::printing::Printout& printout, std::size_t page
   const QRectF paper(0, 0, printout.width, printout.height);
   const auto& texts = printout.pages.at(page).texts;
   std::vector<QRectF> inks;
+  inks.reserve(texts.size());
   for (const auto& text : texts) inks.push_back(InkOf(printout, text));
   std::string found;
   for (std::size_t i = 0; i < texts.size(); ++i) {
