@@ -46,7 +46,7 @@ struct TextDraft {
 
 struct BarcodeDraft {
   Barcode code;
-  BarcodeRoom room;
+  BarcodeRoom room;  // its dpi 0 when the layout names none
   bool text = true;  // the line for human readers
 };
 

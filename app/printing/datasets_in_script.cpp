@@ -1,5 +1,8 @@
 #include "app/printing/datasets_in_script.h"
 
+#include <QJSValueIterator>
+#include <utility>
+
 #include "app/printing/mistake.h"
 #include "app/printing/script_options.h"
 #include "host/text.h"
@@ -27,6 +30,13 @@ class DatasetRows : public RowSource {
     if (!dataset_.Active()) return {field, 0, nullptr};
     throw Mistake("o conjunto " + dataset_.Name() + " não tem o campo " + Quoted(field));
   }
+  std::vector<FieldRef> Fields() const override {
+    std::vector<FieldRef> fields;
+    for (std::size_t at = 0; at < dataset_.FieldCount(); ++at) {
+      fields.push_back({dataset_.FieldAt(at).Name(), at, &dataset_.FieldAt(at)});
+    }
+    return fields;
+  }
   host::Value At(std::size_t row, const FieldRef& field) const override {
     return dataset_.ValueAt(row + 1, field.index);
   }
@@ -51,6 +61,16 @@ class ListedRows : public RowSource {
       throw Mistake("as linhas não têm o campo " + Quoted(field));
     }
     return ref;
+  }
+  std::vector<FieldRef> Fields() const override {
+    std::vector<FieldRef> fields;
+    if (size_ == 0 || !IsPlainObject(rows_.property(0))) return fields;
+    QJSValueIterator property(rows_.property(0));
+    while (property.next()) {
+      const std::string name = property.name().toStdString();
+      fields.push_back({name, 0, origin_ != nullptr ? origin_->FindField(name) : nullptr});
+    }
+    return fields;
   }
   host::Value At(std::size_t row, const FieldRef& field) const override {
     const QJSValue value = rows_.property(static_cast<quint32>(row)).property(QString::fromStdString(field.name));
@@ -79,6 +99,27 @@ host::Value ValueFromScript(const QJSValue& value, const host::Field* field, con
   }
   if (value.isBool()) return host::Value(value.toBool() ? "Sim" : "Não");
   return host::Value(PrintedText(value, what).toStdString());
+}
+
+DataTable DataOf(const RowSource& rows) {
+  DataTable table;
+  const std::vector<RowSource::FieldRef> fields = rows.Fields();
+  for (const auto& field : fields) {
+    const host::FieldDef def = field.field != nullptr ? field.field->Def() : host::FieldDef{field.name};
+    table.columns.push_back({def.caption.empty() ? def.name : def.caption, def.format});
+  }
+  for (std::size_t row = 0; row < rows.Size() && !fields.empty(); ++row) {
+    std::vector<host::Value> values;
+    for (const auto& field : fields) {
+      try {
+        values.push_back(rows.At(row, field));
+      } catch (const Mistake&) {
+        values.emplace_back();  // a list or an object of the layout's own
+      }
+    }
+    table.rows.push_back(std::move(values));
+  }
+  return table;
 }
 
 DatasetsInScript::DatasetsInScript(QJSEngine& engine, const host::Screen& screen) : engine_(engine) {

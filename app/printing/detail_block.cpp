@@ -1,4 +1,6 @@
 // Rows that are drawn as blocks of their own.
+#include <utility>
+
 #include "app/printing/block_reader.h"
 #include "app/printing/flow.h"
 #include "app/printing/group_walk.h"
@@ -7,6 +9,10 @@ namespace app::printing {
 
 void FlowDetail(const Detail& detail, int line, FlowContext& context) {
   RowSource& rows = *detail.rows;
+  if (context.tables != nullptr) {
+    DataTable data = DataOf(rows);
+    if (!data.columns.empty()) context.tables->push_back(std::move(data));
+  }
   GroupWalk walk(detail.group, rows, context.engine, line);
   for (std::size_t row = 0; row < rows.Size(); ++row) {
     walk.GoTo(row);

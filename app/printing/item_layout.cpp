@@ -98,6 +98,7 @@ class TextLayout {
 double PlaceBarcodeItem(const BarcodeDraft& draft, const ItemRoom& room, Page& page) {
   BarcodeRoom where = draft.room;
   where.x += room.left;
+  if (where.dpi == 0) where.dpi = room.dpi;
   BarcodeItem item{draft.code.kind, draft.code.value, {}};
   try {
     item.symbol = PlaceBarcode(draft.code, where);

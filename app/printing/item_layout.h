@@ -14,6 +14,7 @@ struct ItemRoom {
   const TextStyle& base;
   double left = 0;   // of the room on the page
   double width = 0;  // to its right edge
+  int dpi = 203;     // of the printer, for bar codes that name none
 };
 
 TextStyle Resolved(const StyleDraft& draft, const TextStyle& base);

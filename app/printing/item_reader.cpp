@@ -60,7 +60,7 @@ BarcodeDraft ReadBarcode(Options& options) {
   draft.room.height = options.Number("h", 0, 0, kFarthest);
   draft.text = options.Flag("text", true);
   draft.room.text_height = draft.text ? kTextHeight : 0;
-  draft.room.dpi = options.Whole("dpi", 203, kLeastDpi, kMostDpi);
+  draft.room.dpi = options.Has("dpi") ? options.Whole("dpi", 0, kLeastDpi, kMostDpi) : 0;
   try {
     draft.code = EncodeBarcode(kind, value);
   } catch (const host::InputError& error) {

@@ -36,8 +36,12 @@ void FillLabels(const LabelRoot& label, int line, LayoutEngine& engine, Printout
   printout.height = label.height;
   printout.dpi = label.dpi;
   if (label.rows != nullptr && label.rows->Size() > kMostLabels) throw Mistake("são mais de 20.000 etiquetas");
+  if (label.rows != nullptr) {
+    DataTable data = DataOf(*label.rows);
+    if (!data.columns.empty()) printout.tables.push_back(std::move(data));
+  }
   TextMeasure measure;
-  const ItemRoom room{measure, label.style, 0, label.width};
+  const ItemRoom room{measure, label.style, 0, label.width, label.dpi};
   ForEachRow(label.rows, label.draw, line, engine, [&](const QJSValue& items) {
     Page page;
     PlaceItems(ItemsOf(items, "draw()"), room, page);

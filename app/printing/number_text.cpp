@@ -33,7 +33,7 @@ bool IsClock(std::string_view text) {
 std::string NumberText(double value, std::string_view pattern) {
   if (!std::isfinite(value)) throw Mistake("o cálculo não resultou em um número válido");
   if (pattern.empty()) {
-    std::string text = host::PointText(value);
+    std::string text = host::PointText(host::WithoutNoise(value));
     std::replace(text.begin(), text.end(), '.', ',');
     return text;
   }

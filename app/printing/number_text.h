@@ -9,8 +9,8 @@
 namespace app::printing {
 
 /// With a decimal comma. `pattern` as host::FormatNumber takes it; with a "," anywhere before its "." ("#,##0.00") the
-/// thousands are separated by points. Empty: as many decimals as the number has. Throws Mistake for a number that is
-/// not finite and for a pattern without a digit's place.
+/// thousands are separated by points. Empty: the decimals that the number has, up to nine. Throws Mistake for a number
+/// that is not finite and for a pattern without a digit's place.
 std::string NumberText(double value, std::string_view pattern);
 
 /// "10/03/2026" of a date, of "2026-03-10" and of "2026-03-10 22:15:00"; empty for nothing and for the zero date, the

@@ -14,15 +14,16 @@
 namespace app::printing {
 
 QPageLayout PaperOf(const Printout& printout) {
+  const QSizeF lying(printout.width, printout.height);
   const bool landscape = printout.width > printout.height;
-  const QSizeF upright(std::min(printout.width, printout.height), std::max(printout.width, printout.height));
-  // A label's size is its own; a report's is given the name that printers know it by.
-  const QPageSize named(upright, QPageSize::Millimeter, QString(), QPageSize::FuzzyMatch);
+  const QPageSize named(landscape ? lying.transposed() : lying, QPageSize::Millimeter, QString(),
+                        QPageSize::FuzzyMatch);
+  // A report's paper has the name that printers know it by, and may be turned. A label comes out as it is.
   const bool known = printout.form == PrintoutForm::kReport && named.id() != QPageSize::Custom;
   const QPageSize size =
-      known ? QPageSize(named.id()) : QPageSize(upright, QPageSize::Millimeter, QString(), QPageSize::ExactMatch);
-  QPageLayout layout(size, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(),
-                     QPageLayout::Millimeter);
+      known ? QPageSize(named.id()) : QPageSize(lying, QPageSize::Millimeter, QString(), QPageSize::ExactMatch);
+  const auto turned = known && landscape ? QPageLayout::Landscape : QPageLayout::Portrait;
+  QPageLayout layout(size, turned, QMarginsF(), QPageLayout::Millimeter);
   layout.setMode(QPageLayout::FullPageMode);
   return layout;
 }

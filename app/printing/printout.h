@@ -78,7 +78,8 @@ struct Page {
   std::vector<TextItem> texts;
 };
 
-/// The rows that a table of the report was made of, as values, for whoever wants to work on with them.
+/// The rows that a table of the report shows, as values, for whoever wants to work on with them; of bands and labels
+/// that are drawn row by row, all fields of these rows.
 struct DataTable {
   struct Column {
     std::string caption;

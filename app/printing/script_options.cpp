@@ -119,7 +119,7 @@ bool Options::Flag(const char* name, bool otherwise) {
 }
 
 QJSValue Options::Function(const char* name) {
-  const QJSValue value = Taken(name);
+  QJSValue value = Taken(name);
   if (!value.isUndefined() && !value.isCallable()) Refuse(name, "uma função");
   return value;
 }

@@ -82,6 +82,7 @@ TEST_F(LayoutValues, NumbersAndDatesArePortuguese) {
   EXPECT_EQ(Value("number(-123456, '#,##0.0')"), "-123.456,0");
   EXPECT_EQ(Value("number(0.185, '0.00')"), "0,19");
   EXPECT_EQ(Value("number(12.5)"), "12,5");
+  EXPECT_EQ(Value("number(0.1 + 0.2)"), "0,3") << "what binary arithmetic leaves is not shown";
   EXPECT_EQ(Value("number(null, '0')"), "");
   EXPECT_EQ(Value("date('2026-03-10') + date('2026-03-10 22:15:00') + date(null) + date('')"), "10/03/202610/03/2026");
   EXPECT_EQ(Value("date('1899-12-30')"), "") << "no date";

@@ -155,6 +155,21 @@ TEST_F(TableOnPaper, ItsDataLeavesAsValues) {
                                       ElementsAre(Value("G2"), Value("R003"), Value(3.0), Value(6.0))));
 }
 
+TEST_F(TableOnPaper, RowsDrawnByAFunctionLeaveWithAllTheirFields) {
+  AddRows(2).FieldByName("Nome").SetCaption("Nome da linha");
+  const Printout printout = Blocks(
+      "detail({ rows: TbLista, band: r => rule() }), detail({ rows: [{ a: 1, b: [] }], band: r => [] }),"
+      "detail({ rows: [1, 2], band: r => [] })");
+  ASSERT_EQ(printout.tables.size(), 2u);
+  EXPECT_EQ(printout.tables[0].columns[1].caption, "Nome da linha");
+  EXPECT_THAT(printout.tables[0].rows, ElementsAre(ElementsAre(Value("G1"), Value("R001"), Value(1.0)),
+                                                   ElementsAre(Value("G1"), Value("R002"), Value(2.0))));
+  EXPECT_THAT(printout.tables[1].rows, ElementsAre(ElementsAre(Value(1.0), Value())));
+  const Printout labels = Printed("label({ width: 50, height: 20, rows: TbLista, draw: () => [] })");
+  ASSERT_EQ(labels.tables.size(), 1u);
+  EXPECT_EQ(labels.tables[0].rows.size(), 2u);
+}
+
 TEST_F(TableOnPaper, TheCursorStaysWhereItIs) {
   auto& rows = AddRows(5);
   rows.GoTo(3);
