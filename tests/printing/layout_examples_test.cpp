@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -132,6 +133,17 @@ TEST_F(LayoutExamples, FunctionsGiveWhatThePageSays) {
   EXPECT_EQ(Value("CHR1('65')"), "A\n");
   EXPECT_EQ(Value("TbRolos.count + ' ' + TbRolos.first.LOTE + ' ' + TbRolos.current.ORDEM"), "2 000123001 1\n");
   EXPECT_EQ(Value("typeof QryEtiqueta === 'object'"), "false\n");
+}
+
+TEST_F(LayoutExamples, ABarCodeIsMadeForTheLabelsPrinterUnlessItNamesAnother) {
+  const auto dpi_of = [this](const std::string& label, const std::string& code) {
+    const auto paper = Print("label({width: 100, height: 60" + label +
+                             ", draw: () => [{barcode: 'qr', value: '1', w: 20, h: 20" + code + "}]});");
+    return std::lround(25.4 / paper.pages.at(0).barcodes.at(0).symbol.dot);
+  };
+  EXPECT_EQ(dpi_of("", ""), 203);
+  EXPECT_EQ(dpi_of(", dpi: 300", ""), 300);
+  EXPECT_EQ(dpi_of(", dpi: 300", ", dpi: 600"), 600);
 }
 
 TEST_F(LayoutExamples, MistakesAreToldAsThePageSays) {
