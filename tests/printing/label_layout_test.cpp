@@ -2,7 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -487,6 +488,21 @@ TEST_F(RollLabel, SignsOfTheLanguageArriveAsTheyAre) {
   std::vector<std::string> data;
   for (const Field& field : FieldsOf(Commands())) data.push_back(field.data);
   EXPECT_THAT(data, IsSupersetOf({"^XZ~JA_5E\\&", "A^B~C_D", "LOTE A^B~C_D PESO 20.400 KG"}));
+}
+
+TEST_F(RollLabel, CommandsForAPrinterWithoutAccents) {
+  std::ifstream own(std::string(TECELAGEM_SOURCE_DIR) + "/layouts/WEtqTecRolo.text.js");
+  std::string layout((std::istreambuf_iterator<char>(own)), {});
+  const std::string accents = "const ACCENTS = true;";
+  ASSERT_NE(layout.find(accents), std::string::npos);
+  layout.replace(layout.find(accents), accents.size(), "const ACCENTS = false;");
+  const PictureFolder folder;
+  std::ofstream(folder.File("WEtqTecRolo.text.js")) << layout;
+  const std::string commands = screen_.Print("WEtqTecRolo", 'T', folder.File("")).bytes;
+  EXPECT_THAT(commands, Not(HasSubstr("^CI28")));
+  EXPECT_THAT(commands, HasSubstr("^FD00012 JOAO DA CONCEICAO^FS"));
+  EXPECT_THAT(commands, HasSubstr("^FDPESO LIQUIDO^FS"));
+  for (const char c : commands) EXPECT_LT(static_cast<unsigned char>(c), 0x80);
 }
 
 TEST_F(RollLabel, CommandsTellTheSameAsTheDrawnLabel) {
