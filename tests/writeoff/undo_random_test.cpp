@@ -103,7 +103,7 @@ class UndoRandom : public ReversalMill, public ::testing::WithParamInterface<uns
 
   void ReverseRoll(UndoBooks& books) {
     const auto rolls = books.Rolls();
-    const UndoBooks::Key roll = rolls.at(static_cast<std::size_t>(Pick(0, static_cast<int>(rolls.size()) - 1)));
+    const UndoBooks::Key& roll = rolls.at(static_cast<std::size_t>(Pick(0, static_cast<int>(rolls.size()) - 1)));
     LoadOrder(roll.first);
     const bool there = books.CanReverse(roll);
     EXPECT_EQ(Reverse(roll.second), there ? ActResult::kDone : ActResult::kRefused);
