@@ -65,7 +65,7 @@ host::Dataset& PaperScreen::Add(const std::string& name, const std::vector<std::
 }
 
 app::printing::Printout PaperScreen::Print(const std::string& report, char kind, const std::string& layouts_folder,
-                                            std::chrono::milliseconds limit) {
+                                           std::chrono::milliseconds limit) {
   return app::printing::MakePrintout({.report = report,
                                       .kind = kind,
                                       .unknown_functions = &functions_,
