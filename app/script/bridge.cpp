@@ -8,6 +8,7 @@
 #include <exception>
 #include <ostream>
 
+#include "app/books/check.h"
 #include "app/script/screen_parts.h"
 #include "app/script/values.h"
 #include "host/decimal.h"
@@ -257,6 +258,16 @@ QJSValue Bridge::exec(const QString& sql, const QJSValue& parameters) {
     application_.GetDatabase().Execute(Utf8(sql), Parameters(parameters));
     application_.GetDatabase().MakeDurable();
     return QJSValue();
+  });
+}
+
+QJSValue Bridge::checkBooks() {
+  return Guard([&] {
+    const std::vector<std::string> off = books::CheckBooks(application_.GetDatabase());
+    QJSValue list = engine_.newArray(static_cast<uint>(off.size()));
+    for (quint32 at = 0; at < off.size(); ++at) list.setProperty(at, ToScript(off[at]));
+    if (!Desk().InAction()) application_.GetDatabase().MakeDurable();
+    return list;
   });
 }
 

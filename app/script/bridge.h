@@ -79,6 +79,7 @@ class Bridge : public QObject {
   Q_INVOKABLE QJSValue clock(const QJSValue& moment);
   Q_INVOKABLE QJSValue query(const QString& sql, const QJSValue& parameters);
   Q_INVOKABLE QJSValue exec(const QString& sql, const QJSValue& parameters);
+  Q_INVOKABLE QJSValue checkBooks();
   Q_INVOKABLE QJSValue format(double number, const QString& pattern);
   Q_INVOKABLE void print(const QString& line);
   Q_INVOKABLE void failAssertion(const QString& text);

@@ -72,6 +72,7 @@ inline constexpr const char* kPrelude = R"js((function (bridge) {
   define("db", Object.freeze({
     query: (sql, parameters) => bridge.query(sql, parameters === undefined ? [] : parameters),
     exec: (sql, parameters) => bridge.exec(sql, parameters === undefined ? [] : parameters),
+    check: () => bridge.checkBooks(),
   }));
   define("assert", (condition, text) => {
     if (!condition) bridge.failAssertion(text === undefined ? "a condição não vale" : String(text));
