@@ -84,6 +84,15 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
   if (outlined && dark && !option->state.testFlag(State_HasFocus)) DrawOutline(*option, *painter, round);
 }
 
+void LookStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool enabled,
+                             const QString& text, QPalette::ColorRole role) const {
+  const bool one_line = (flags & (Qt::TextWordWrap | Qt::TextWrapAnywhere)) == 0 && !text.contains(u'\n');
+  const QString shown =
+      one_line ? painter->fontMetrics().elidedText(text, Qt::ElideRight, rect.width(), flags & Qt::TextShowMnemonic)
+               : text;
+  QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, shown, role);
+}
+
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
   if (metric == PM_FocusFrameHMargin) return kCellPadding;
   return QProxyStyle::pixelMetric(metric, option, widget);

@@ -1,7 +1,6 @@
 #include "desktop/tour/camera.h"
 
 #include <QHash>
-#include <QImage>
 #include <QList>
 #include <QPixmap>
 #include <algorithm>
@@ -74,9 +73,11 @@ Camera::Camera(const QString& folder) : folder_(folder) {
   if (!folder_.mkpath(QStringLiteral("."))) throw std::runtime_error("cannot make the folder of the pictures");
 }
 
-void Camera::Take(QWidget& window, const QString& name) const {
+void Camera::Take(QWidget& window, const QString& name) const { Keep(window.grab().toImage(), name); }
+
+void Camera::Keep(const QImage& picture, const QString& name) const {
   const QString file = folder_.filePath(name + QStringLiteral(".png"));
-  const QImage image = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+  const QImage image = picture.convertToFormat(QImage::Format_RGB32);
   if (!WithFewColours(image).save(file, "PNG", kBestCompression)) {
     throw std::runtime_error("cannot write " + file.toStdString());
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDir>
+#include <QImage>
 #include <QString>
 #include <QWidget>
 
@@ -15,6 +16,7 @@ class Camera {
   /// FOLDER/NAME.png; an older picture of that name is replaced. In 256 colours: a picture of a window loses next to
   /// nothing by that, and has half the size.
   void Take(QWidget& window, const QString& name) const;
+  void Keep(const QImage& picture, const QString& name) const;
 
  private:
   QDir folder_;

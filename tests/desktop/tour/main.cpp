@@ -15,6 +15,7 @@
 #include "app/mill/mill.h"
 #include "desktop/support/desktop_mill.h"
 #include "desktop/tour/camera.h"
+#include "desktop/tour/devices.h"
 #include "desktop/tour/walks.h"
 
 namespace {
@@ -37,6 +38,7 @@ class Demo {
   Demo(const Demo&) = delete;
   Demo& operator=(const Demo&) = delete;
 
+  std::string Folder() const { return folder_.string(); }
   std::string Path() const { return (folder_ / "demo.fdb").string(); }
 
  private:
@@ -51,9 +53,11 @@ int Walk(const QStringList& words) {
   }
   const Demo demo;
   const tour::Camera camera(words.value(2));
+  tour::Devices devices(demo.Folder(), camera);
   {
     test::DesktopMill::Options options;
     options.mill.database = demo.Path();
+    options.mill.equipment = &devices;
     test::DesktopMill mill(options);
     mill.GetMill().SetClock("2026-03-10 14:20:00");
     // The window came with the theme of the user's settings.
@@ -64,7 +68,7 @@ int Walk(const QStringList& words) {
     if (screens) {
       tour::EveryScreen(mill, camera);
     } else {
-      tour::Manual(mill, camera);
+      tour::Manual(mill, camera, devices);
     }
   }
   // A box that nobody expected was told there.

@@ -104,10 +104,24 @@ void Walker::ToControl(const char* name) {
 }
 
 void Walker::Inside(const char* title, const std::function<void(QWidget&)>& inside, const std::function<void()>& act) {
-  mill_.GetBoxes().ExpectDialog(QString::fromUtf8(title), inside);
+  Await(title, inside);
   act();
+  // A button of a dialog that is pressed by its letter acts a moment later.
+  if (!test::WaitFor([this] { return mill_.GetBoxes().Met(); })) Complain(std::string("did not come up: ") + title);
   Settle();
-  if (!mill_.GetBoxes().Met()) Complain(std::string("did not come up: ") + title);
+}
+
+void Walker::Await(const char* title, const std::function<void(QWidget&)>& inside) {
+  mill_.GetBoxes().ExpectDialog(QString::fromUtf8(title), inside);
+}
+
+void Walker::Pick(const char* entry, const std::function<void()>& await) {
+  mill_.GetBoxes().ExpectMenu(QString::fromUtf8(entry));
+  await();
+  Press(Qt::Key_F10, Qt::ShiftModifier);
+  if (!test::WaitFor([this] { return mill_.GetBoxes().Met(); })) Complain(std::string("does not lead on: ") + entry);
+  mill_.Window().activateWindow();
+  Settle();
 }
 
 void Walker::Box(const char* title, const char* name, const std::function<void()>& act, Qt::Key answer) {

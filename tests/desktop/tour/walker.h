@@ -46,6 +46,10 @@ class Walker {
   void Lookup(const char* title, const char* typed, const char* name);
   /// Something modal comes up while `act` runs; `inside` acts there.
   void Inside(const char* title, const std::function<void(QWidget&)>& inside, const std::function<void()>& act);
+  /// The same without an act: it comes up while the next act runs, after what is awaited already.
+  void Await(const char* title, const std::function<void(QWidget&)>& inside);
+  /// Shift+F10 and an entry of the menu that comes up; `await` says what the entry leads to.
+  void Pick(const char* entry, const std::function<void()>& await);
   /// Ctrl+W on a screen that has nothing unsaved.
   void CloseScreen();
 
