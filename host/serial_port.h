@@ -42,7 +42,8 @@ class SerialPort {
   virtual void Wait(std::chrono::milliseconds time, const std::function<bool()>& enough) = 0;
 
   /// Bytes arrived. Outside of Wait it is an action of its own; what arrives while the program is in the middle of
-  /// another one, or waits for a person's answer, is forgotten unseen: it was weighed for nobody.
+  /// another one, or waits for a person's answer, is forgotten unseen: it was weighed for nobody. Fired also when the
+  /// device went away while it was open; the next Read, Write or Wait throws then.
   std::function<void()> OnRxChar;
 };
 

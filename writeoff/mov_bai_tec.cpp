@@ -173,6 +173,7 @@ void TfmMovBaiTec::LigaEventos() {
   CbBarra.OnClick = [this] { CbBarraClick(); };
   EdtBarra.OnExit = [this] { EdtBarraExit(); };
   scale_.OnWeight = [this](const Weighing& weighing) { RecebePeso(weighing); };
+  scale_.OnTrouble = [this](const std::string& text) { Recusa(text, nullptr); };
 
   TbItens.AfterScroll = [this] {
     if (!loading_) TbItensAfterScroll();

@@ -29,6 +29,8 @@ constexpr const char* kSilent =
     "A balança não respondeu. Verifique se ela está ligada, se o cabo está conectado e se a porta e a velocidade "
     "conferem (F10).";
 
+constexpr const char* kOpenAgain = " Com o cabo no lugar, F10 e Enter abrem a porta de novo.";
+
 class PortCloser {
  public:
   explicit PortCloser(host::SerialPort& port) : port_(port) {}
@@ -110,11 +112,22 @@ void ScaleCapture::ComPortRxChar() {
   }
 }
 
+// A scale that fell silent because its cable is out is told: nobody would know otherwise.
+bool ScaleCapture::Await() {
+  try {
+    Port().Wait(kBetweenWeights, {});
+    return true;
+  } catch (const host::InputError& error) {
+    if (OnTrouble) OnTrouble(std::string(error.what()) + kOpenAgain);
+    return false;
+  }
+}
+
 // Bytes of the next frames arrive while one waits, and are waited for already.
 void ScaleCapture::Listen() {
   const host::Restored<bool> listening(listening_, true);
+  if (!Await()) return;
   host::SerialPort& port = Port();
-  port.Wait(kBetweenWeights, {});
   Weighing weighing;
   weighing.frame = NewestFrame(port.Read(kStreamCharacters));
   port.Discard();

@@ -31,6 +31,9 @@ class ScaleCapture {
   /// A weight that a continuous scale sent, within an action of its own. Frames without one are passed over.
   std::function<void(const Weighing&)> OnWeight;
 
+  /// A continuous scale is heard no more; the sentence says why and what to do. Within an action of its own.
+  std::function<void(const std::string&)> OnTrouble;
+
   /// Shows the port's setup and stores it. True when the way of speaking was changed, which the next screen begins
   /// with. Throws host::InputError when there is no port or it cannot be opened again.
   bool SetUp();
@@ -44,6 +47,7 @@ class ScaleCapture {
   void OpenAnew();
   void ComPortRxChar();
   std::string Answer();
+  bool Await();
   void Listen();
   int Setting(std::string_view name, int most) const;
 

@@ -33,6 +33,8 @@ constexpr int kWriteMilliseconds = 2000;
 // Converters hand on what they got a little later.
 constexpr int kConverterMilliseconds = 20;
 constexpr int kBitsPerByte = 12;
+// While a box is open nobody can be told that the device is gone.
+constexpr std::chrono::milliseconds kUntilSomebodyHears(300);
 
 // What a person does meanwhile reaches nobody. Painting, timers and devices go on.
 class DeafWindows : public QObject {
@@ -111,6 +113,7 @@ class Port : public QObject, public host::SerialPort {
   void Failed(QSerialPort::SerialPortError error);
   void Later();
   void TellLoss();
+  void TellLossLater(std::chrono::milliseconds time);
   void Listen(const QDeadlineTimer& until);
 
   PortUse use_;
@@ -267,8 +270,16 @@ void Port::Failed(QSerialPort::SerialPortError error) {
       [this] {
         const host::Restored<bool> settling(settling_, true);
         if (lost_ && device_.isOpen()) device_.close();
+        TellLossLater(std::chrono::milliseconds(0));
       },
       Qt::QueuedConnection);
+}
+
+// Whoever only listens would wait for ever: he is called, and his next use of the port says what happened.
+void Port::TellLossLater(std::chrono::milliseconds time) {
+  if (!lost_ || waits_ > 0 || !OnRxChar) return;
+  told_ = false;
+  later_.start(time);
 }
 
 void Port::Later() {
@@ -283,7 +294,9 @@ void Port::Later() {
   } catch (const std::exception&) {
     // Whoever runs the act tells its errors; this one says that it is not possible now.
   }
-  if (alive) Discard();  // no act was possible, or what is left arrived while it ran
+  if (!alive) return;
+  Discard();  // no act was possible, or what is left arrived while it ran
+  TellLossLater(kUntilSomebodyHears);
 }
 
 void Port::Listen(const QDeadlineTimer& until) {

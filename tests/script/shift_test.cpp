@@ -23,6 +23,7 @@
 #include "host/raw_bytes.h"
 #include "shift_plan.h"
 #include "support/mill.h"
+#include "support/road.h"
 #include "support/zpl_label.h"
 
 namespace test {
@@ -74,7 +75,7 @@ class Shift : public ::testing::Test {
       mill_.Insert("DEFEITO", {{"CODIGO", code}, {"DESCRICAO", text}});
     }
     for (const char* yarn : {"Y1", "Y2"}) {
-      for (const char* lot : {"T1", "T2"}) Receive(yarn, lot, kYarn);
+      for (const char* lot : {"T1", "T2"}) ReceiveYarn(mill_, yarn, lot, kYarn);
     }
   }
 
@@ -84,24 +85,6 @@ class Shift : public ::testing::Test {
     Mill::Options options;
     options.equipment = &equipment;
     return options;
-  }
-
-  void Receive(const char* yarn, const char* lot, double quantity) {
-    const auto entry = mill_.App().NewEstoque();
-    entry->Material = yarn;
-    entry->Cor = "CR";
-    entry->Lote = lot;
-    entry->Deposito = "D1";
-    entry->Documento = "NF 1";
-    entry->TipoDocumento = "NF";
-    entry->Data = host::Date::FromParts(2026, 3, 2).value();
-    entry->Quantidade = quantity;
-    entry->PrecoUnitario = 20;
-    entry->Custo = 20;
-    entry->TipoMovimento = entry->CodigoTipoMovEstoque(host::kMovementInbound);
-    entry->Usuario = mill_.App().GetFuncoes().vUsuario();
-    entry->MovimentaEstoqueMaterial(true, true);
-    mill_.Db().MakeDurable();
   }
 
   void Work(const ShiftPlan& plan) {

@@ -89,6 +89,24 @@ std::string SaveOrder(Mill& mill, const OrderPlan& plan) {
   return number;
 }
 
+void ReceiveYarn(Mill& mill, std::string_view yarn, std::string_view lot, double quantity) {
+  const auto entry = mill.App().NewEstoque();
+  entry->Material = yarn;
+  entry->Cor = "CR";
+  entry->Lote = lot;
+  entry->Deposito = "D1";
+  entry->Documento = "NF 1";
+  entry->TipoDocumento = "NF";
+  entry->Data = host::Date::FromParts(2026, 3, 2).value();
+  entry->Quantidade = quantity;
+  entry->PrecoUnitario = 20;
+  entry->Custo = 20;
+  entry->TipoMovimento = entry->CodigoTipoMovEstoque(host::kMovementInbound);
+  entry->Usuario = mill.App().GetFuncoes().vUsuario();
+  entry->MovimentaEstoqueMaterial(true, true);
+  mill.Db().MakeDurable();
+}
+
 host::Screen& OpenWriteOff(Mill& mill, std::string_view order, std::string_view deposit) {
   host::Screen& screen = mill.Open("TfmMovBaiTec");
   Expect(mill, mill.Type(screen, "EdtLote", order), "order");

@@ -39,6 +39,9 @@ std::string SaveOrder(Mill& mill, const OrderPlan& plan);
 /// Types a new order without its reservations and saves it. Its number.
 std::string SaveBareOrder(Mill& mill, const OrderPlan& plan);
 
+/// Yarn of colour CR comes into deposit D1 of the small mill at 20.00, with its ledger row; durable at once.
+void ReceiveYarn(Mill& mill, std::string_view yarn, std::string_view lot, double quantity);
+
 /// Opens an order on the write-off screen, ready for its rolls.
 host::Screen& OpenWriteOff(Mill& mill, std::string_view order, std::string_view deposit);
 
