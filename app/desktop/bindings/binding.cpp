@@ -19,6 +19,11 @@
 #include "app/desktop/text.h"
 
 namespace app::desktop {
+namespace {
+
+bool IsMenuKey(const QKeyEvent& event) { return event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier; }
+
+}  // namespace
 
 Binding::Binding(ScreenBindings& window, host::Control& control, QWidget& widget)
     : window_(window), control_(control), widget_(widget) {}
@@ -60,6 +65,11 @@ bool Binding::eventFilter(QObject* watched, QEvent* event) {
       return true;
     }
     case QEvent::KeyPress:
+      // Not every window system makes this key ask for the menu.
+      if (IsMenuKey(*static_cast<QKeyEvent*>(event)) && ShowMenu(widget_.mapToGlobal(widget_.rect().bottomLeft()))) {
+        event->accept();
+        return true;
+      }
       if (!window_.PressKey(this, *static_cast<QKeyEvent*>(event))) return false;
       event->accept();
       return true;
@@ -78,7 +88,7 @@ bool Binding::eventFilter(QObject* watched, QEvent* event) {
       if (!static_cast<QShortcutEvent*>(event)->isAmbiguous()) Mnemonic(watched);
       return true;
     case QEvent::ContextMenu:
-      return OnContextMenu(*static_cast<QContextMenuEvent*>(event));
+      return ShowMenu(static_cast<QContextMenuEvent*>(event)->globalPos());
     case QEvent::FocusIn:
       window_.KeyboardCame(*this);
       return false;
@@ -105,10 +115,9 @@ bool Binding::OnMouse(QEvent& event) {
   return dead_press_;
 }
 
-bool Binding::OnContextMenu(const QContextMenuEvent& event) {
+bool Binding::ShowMenu(QPoint at) {
   host::PopupMenu* const popup = control_.Popup;
   if (popup == nullptr) return false;
-  const QPoint at = event.globalPos();
   const bool opens = window_.Do([this] {
     const host::ActResult entered = window_.Desk().Enter(control_);
     if (entered != host::ActResult::kDone || window_.Gone()) return entered;

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QObject>
+#include <QPoint>
 #include <QWidget>
 #include <memory>
 
@@ -64,7 +65,8 @@ class Binding : public QObject {
 
  private:
   bool OnMouse(QEvent& event);
-  bool OnContextMenu(const QContextMenuEvent& event);
+  /// False when the control has no menu of its own.
+  bool ShowMenu(QPoint at);
 
   host::Control& control_;
   QWidget& widget_;

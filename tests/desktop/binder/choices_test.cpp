@@ -356,6 +356,14 @@ TEST_F(Popup, ShowsTheEntriesOfTheScreenAndThenTheInputsOwn) {
   CloseMenu();
 }
 
+TEST_F(Popup, OpensByShiftF10WhereTheWindowSystemAsksForNoMenu) {
+  auto* line = Find<QLineEdit>("EdtUm");
+  Click(*line, line->rect().center());
+  Press(Qt::Key_F10, Qt::ShiftModifier);
+  EXPECT_EQ(Entries(), (QStringList{"&Achar", "Zerar"}));
+  CloseMenu();
+}
+
 TEST_F(Popup, PicksAnEntryByKeys) {
   Ask();
   Events();

@@ -40,6 +40,10 @@ void GiveUpRoll(Walker& walker) {
 
 void WriteOffRolls(Walker& walker) {
   LoadOrder(walker, "000001");
+  walker.Pick("Conversão de unidade",
+              [&] { walker.Await("Conversão de unidade", [&](QWidget&) { walker.TypeAndEnter("25"); }); });
+  walker.Shows("EdtQtde", " 8,100");
+  walker.Press(Qt::Key_A, Qt::ControlModifier);
   TypeRoll(walker, "20,8");
   walker.Press(Qt::Key_Return);
   walker.At("EdtQtde");
