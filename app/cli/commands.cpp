@@ -101,6 +101,17 @@ int Import(const Arguments& arguments) {
   return 0;
 }
 
+std::unique_ptr<Application> StartFor(const Arguments& arguments, const LoadedModule& module, Equipment& equipment,
+                                      ScriptedPerson& person) {
+  ApplicationOptions options;
+  options.connect = Connection(arguments);
+  options.user = arguments.user;
+  options.equipment = &equipment;
+  auto application = Application::Start(options, module.Get(), person);
+  CheckPerson(application->GetDatabase(), arguments);
+  return application;
+}
+
 int Script(const Arguments& arguments) {
   const std::string source = ReadFile(arguments.file);
   // The module first: without screens the database is not even opened.
@@ -108,12 +119,7 @@ int Script(const Arguments& arguments) {
   const JobsFolder jobs(arguments.jobs);
   const auto equipment = NewCommandEquipment("arquivo:" + jobs.Path());
   ScriptedPerson person;
-  ApplicationOptions options;
-  options.connect = Connection(arguments);
-  options.user = arguments.user;
-  options.equipment = equipment.get();
-  const auto application = Application::Start(options, module.Get(), person);
-  CheckPerson(application->GetDatabase(), arguments);
+  const auto application = StartFor(arguments, module, *equipment, person);
   const double seconds = std::min(arguments.timeout, kLongestTimeout);
   const std::chrono::milliseconds timeout(static_cast<std::int64_t>(std::ceil(seconds * 1000)));
   const auto result = script::Run(*application, person, source, {arguments.file, timeout, std::cout, std::cerr});
@@ -126,12 +132,7 @@ int PrintReport(const Arguments& arguments) {
   const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
   const auto equipment = NewCommandEquipment(PrintTo(arguments));
   ScriptedPerson person;
-  ApplicationOptions options;
-  options.connect = Connection(arguments);
-  options.user = arguments.user;
-  options.equipment = equipment.get();
-  const auto application = Application::Start(options, module.Get(), person);
-  CheckPerson(application->GetDatabase(), arguments);
+  const auto application = StartFor(arguments, module, *equipment, person);
   for (const PrintJob& job : Print(*application, person, arguments)) {
     std::cout << job.report << ": " << (job.file.empty() ? job.destination : job.file) << std::endl;
   }

@@ -1,7 +1,6 @@
 // The program as started from a shell: what it prints, the one line of every error, its exit code.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -14,18 +13,10 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::Ended;
+using test::ExpectOneLine;
 using test::Folder;
+using test::Lines;
 using test::Start;
-
-long Lines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
-
-// One line on standard error, nothing on standard output.
-void ExpectOneLine(const Ended& ended, int code, const std::string& part) {
-  EXPECT_EQ(ended.code, code) << ended.errors;
-  EXPECT_EQ(Lines(ended.errors), 1) << ended.errors;
-  EXPECT_NE(ended.errors.find(part), std::string::npos) << ended.errors;
-  EXPECT_EQ(ended.output, "");
-}
 
 // A demonstration mill made once; each test works on its own copy.
 class Cli : public ::testing::Test {
@@ -64,7 +55,8 @@ TEST_F(Cli, HelpNamesEveryCommand) {
   const Ended help = Start({"--help"});
   EXPECT_EQ(help.code, 0);
   EXPECT_EQ(help.errors, "");
-  for (const char* command : {"desktop", "init", "demo", "import", "script", "print", "check", "scale-simulator", "version"}) {
+  for (const char* command :
+       {"desktop", "init", "demo", "import", "script", "print", "check", "scale-simulator", "version"}) {
     EXPECT_NE(help.output.find(std::string("\n  ") + command + " "), std::string::npos) << command;
     const Ended own = Start({command, "--help"});
     EXPECT_EQ(own.code, 0) << command;

@@ -4,7 +4,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <thread>
@@ -16,18 +15,10 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::Ended;
+using test::ExpectOneLine;
 using test::Folder;
 using test::ReadText;
 using test::Start;
-
-long Lines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
-
-void ExpectOneLine(const Ended& ended, int code, const std::string& part) {
-  EXPECT_EQ(ended.code, code) << ended.errors;
-  EXPECT_EQ(Lines(ended.errors), 1) << ended.errors;
-  EXPECT_NE(ended.errors.find(part), std::string::npos) << ended.errors;
-  EXPECT_EQ(ended.output, "");
-}
 
 // The demonstration mill after one order and its rolls, made once; each test works on its own copy.
 class PrintCommand : public ::testing::Test {

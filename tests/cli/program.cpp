@@ -1,9 +1,11 @@
 #include "program.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -72,6 +74,15 @@ Ended Start(const std::string& program, const std::vector<std::string>& argument
   int status = 0;
   waitpid(child, &status, 0);
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadText(output), ReadText(errors)};
+}
+
+long Lines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
+
+void ExpectOneLine(const Ended& ended, int code, const std::string& part) {
+  EXPECT_EQ(ended.code, code) << ended.errors;
+  EXPECT_EQ(Lines(ended.errors), 1) << ended.errors;
+  EXPECT_NE(ended.errors.find(part), std::string::npos) << ended.errors;
+  EXPECT_EQ(ended.output, "");
 }
 
 }  // namespace test

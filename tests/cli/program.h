@@ -42,4 +42,9 @@ inline Ended Start(const std::vector<std::string>& arguments, const std::vector<
   return Start(Program(), arguments, environment);
 }
 
+/// How many lines the text has.
+long Lines(const std::string& text);
+/// The program ended with this code, one line on standard error that contains `part`, and nothing on standard output.
+void ExpectOneLine(const Ended& ended, int code, const std::string& part);
+
 }  // namespace test

@@ -19,6 +19,21 @@ class Stations : public OrderTest {
     elsewhere_ = &other_->Open("TfmCadLoteTec");
   }
 
+  // The other station holds the order and has deleted its items; the thread inserts the new one and ends the save.
+  std::thread HalfASave(const std::string& number) {
+    app::firebird::Database& saving = other_->Db();
+    saving.BeginAction();
+    saving.LockRow("TECEL", "NUMERO", number);
+    saving.Execute("DELETE FROM " + saving.PhysicalName("TECEL_ITEN") + " WHERE NUMERO = ?", {number});
+    return std::thread([&saving, number] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(400));
+      saving.Execute(
+          "INSERT INTO " + saving.PhysicalName("TECEL_ITEN") + " (NUMERO, CODIGO, COR, QTDE) VALUES (?, 'F2', '02', 7)",
+          {number});
+      saving.EndAction(app::firebird::Database::Outcome::kOk);
+    });
+  }
+
   static std::string SaveNew(Mill& mill, host::Screen& screen, const char* quantity) {
     EXPECT_EQ(mill.Click(screen, "BtnIncluir"), ActResult::kDone);
     const std::string number = mill.Text(screen, "EdtNumero");
@@ -98,17 +113,7 @@ TEST_F(Stations, ASaveWaitsForARollAndCountsIt) {
 
 TEST_F(Stations, ALoadWaitsForASaveAndSeesItWhole) {
   const std::string number = SavedOrder({{"F1", "01", "100"}});
-  app::firebird::Database& saving = other_->Db();
-  saving.BeginAction();
-  saving.LockRow("TECEL", "NUMERO", number);
-  saving.Execute("DELETE FROM " + saving.PhysicalName("TECEL_ITEN") + " WHERE NUMERO = ?", {number});
-  std::thread save([&] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(400));
-    saving.Execute(
-        "INSERT INTO " + saving.PhysicalName("TECEL_ITEN") + " (NUMERO, CODIGO, COR, QTDE) VALUES (?, 'F2', '02', 7)",
-        {number});
-    saving.EndAction(app::firebird::Database::Outcome::kOk);
-  });
+  std::thread save = HalfASave(number);
   EXPECT_EQ(Type("EdtNumero", number), ActResult::kDone);
   save.join();
   EXPECT_EQ(Shown("TbItens", {"Codigo", "Cor", "Qtde"}), Lines{"F2 | 02 | 7"});
@@ -117,17 +122,7 @@ TEST_F(Stations, ALoadWaitsForASaveAndSeesItWhole) {
 TEST_F(Stations, APrintoutWaitsForASaveAndSeesItWhole) {
   const std::string number = SavedOrder({{"F1", "01", "100"}});
   Load(number);
-  app::firebird::Database& saving = other_->Db();
-  saving.BeginAction();
-  saving.LockRow("TECEL", "NUMERO", number);
-  saving.Execute("DELETE FROM " + saving.PhysicalName("TECEL_ITEN") + " WHERE NUMERO = ?", {number});
-  std::thread save([&] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(400));
-    saving.Execute(
-        "INSERT INTO " + saving.PhysicalName("TECEL_ITEN") + " (NUMERO, CODIGO, COR, QTDE) VALUES (?, 'F2', '02', 7)",
-        {number});
-    saving.EndAction(app::firebird::Database::Outcome::kOk);
-  });
+  std::thread save = HalfASave(number);
   EXPECT_EQ(Click("BtnImprimir"), ActResult::kDone);
   save.join();
   const auto prints = mill_.Equipment().TakePrints();
