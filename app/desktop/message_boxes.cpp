@@ -10,6 +10,9 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <optional>
+
+#include "app/desktop/code_guard.h"
 
 namespace app::desktop {
 namespace {
@@ -29,6 +32,11 @@ QMessageBox::Icon IconOf(host::Icon icon) {
       return QMessageBox::Critical;
   }
   return QMessageBox::NoIcon;
+}
+
+// Nothing can be typed in it, so that whatever is typed is not meant for it.
+bool OnlyAnswers(const QDialog& box) {
+  return qobject_cast<const QMessageBox*>(&box) != nullptr || box.objectName() == QLatin1String("ErrorBox");
 }
 
 }  // namespace
@@ -52,6 +60,8 @@ UsualCursor::~UsualCursor() {
 
 int RunBox(QDialog& box) {
   const UsualCursor usual;
+  std::optional<CodeGuard> guard;
+  if (OnlyAnswers(box)) guard.emplace(box);
   const int result = box.exec();
   ActivateAgain(box.parentWidget());
   return result;

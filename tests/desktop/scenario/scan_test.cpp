@@ -149,6 +149,52 @@ TEST_F(Scan, ALabelThatIsNotPrintedIsToldAndTheNextRollGoesOn) {
   EXPECT_EQ(Labels(), 1u);
 }
 
+// The person has not seen the box and scans on: the box stays, the code is not read, nothing is written twice.
+TEST_F(Scan, ACodeScannedWhileABoxIsOpenClosesItNot) {
+  const host::Screen& screen = Station();
+  ScanCode(QStringLiteral("7891234567895012345"));
+  desktop_.GetBoxes().ExpectDialog(kTitle, [this](QWidget& box) {
+    for (int times = 0; times < 3; ++times) {
+      ScanCode(QStringLiteral("7891234567895011000"));
+      EXPECT_TRUE(box.isVisible());
+    }
+    EXPECT_EQ(Weights(), "12.345 ");
+    ::test::Press(Qt::Key_Return);
+  });
+  ScanCode(QStringLiteral("7891234567895012345"));
+  EXPECT_EQ(Weights(), "12.345 ");
+  EXPECT_EQ(hands_.Text(screen, "EdtQtde"), " 12,345");
+  hands_.GoTo("EdtBarra");
+  // A quantity that is not zero is confirmed with the code that is read.
+  ScanCode(QStringLiteral("7891234567895011000"));
+  EXPECT_EQ(Weights(), "12.345 11 ");
+}
+
+// A label is scanned and, before its roll is weighed, another one: the cursor is not where codes are read.
+TEST_F(Scan, ACodeScannedIntoTheQuantityIsNoQuantity) {
+  const host::Screen& screen = Station();
+  Label(1);
+  Label(2);
+  ScanCode(QString::fromStdString(number_ + "001"));
+  ASSERT_EQ(Focused(), "EdtQtde");
+  const QString told =
+      QStringLiteral("O campo \"Quantidade\" aceita somente números; isto parece um código de barras.");
+  for (const char* code : {"002", "002"}) {
+    ExpectRefused(kTitle, told, [&] { ScanCode(QString::fromStdString(number_ + code)); });
+    EXPECT_EQ(Focused(), "EdtQtde");
+  }
+  // Nor is the roll weighed under the label before.
+  Scale().AfterOpening({{"10.250\r"}});
+  ExpectRefused(kTitle, told, [] { ::test::Press(Qt::Key_F5); });
+  EXPECT_EQ(Weights(), "");
+  TypeText(QStringLiteral("0"));
+  hands_.GoTo("EdtBarra");
+  ScanCode(QString::fromStdString(number_ + "002"));
+  ::test::Press(Qt::Key_F5);
+  EXPECT_EQ(Weights(), "10.25 ");
+  EXPECT_EQ(hands_.Text(screen, "EdtBarra"), "");
+}
+
 class ScanAndAsk : public Scan {
  protected:
   ScanAndAsk() : Scan(1) {}

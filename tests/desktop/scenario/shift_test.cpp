@@ -2,6 +2,7 @@
 // printer in the network.
 #include <QDir>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <chrono>
 #include <cstdlib>
@@ -294,6 +295,53 @@ class ShiftWithPrintingScale : public FailingScale {
 };
 
 TEST_F(ShiftWithPrintingScale, RollsComeOutOfScanAndF5) { Work(RollsOfShift(12)); }
+
+TEST_F(ShiftWithPrintingScale, F5PressedTwiceIsOneRoll) {
+  SitDown();
+  NextRoll();
+  Roll roll = ScanNext();
+  PutOnScale(roll);
+  bool pressed = false;
+  QTimer::singleShot(200, [&pressed] {
+    QTest::keyClick(&Keyboard(), Qt::Key_F5);
+    QTest::keyClick(&Keyboard(), Qt::Key_F8);
+    pressed = true;
+  });
+  Weigh();
+  EXPECT_TRUE(pressed);
+  ExpectWritten(roll);
+  // Once more, when the roll is written and still lies there.
+  weighings_ = 1;
+  ExpectTold(QStringLiteral("Baixa já Realizada."), [this] { Weigh(); });
+  hands_.GoTo("EdtBarra");
+  ExpectAll();
+}
+
+TEST_F(ShiftWithPrintingScale, RollsGoOnWhileTheLabelPrinterIsOff) {
+  SitDown();
+  NextRoll();
+  printer_.SwitchOff();
+  Roll roll = ScanNext();
+  PutOnScale(roll);
+  rolls_.push_back(roll);  // it is written all the same
+  ExpectTold(QStringLiteral("A baixa foi gravada, mas a etiqueta não foi impressa: A impressora 127.0.0.1:"),
+             [this] { Weigh(); });
+  rolls_.pop_back();
+  ExpectWritten(roll);
+  printer_.SwitchOn();
+  // Its label comes by the keyboard alone.
+  hands_.GoTo("GrdRolos");
+  hands_.Row({{"Ordem", "2"}});
+  desktop_.GetBoxes().ExpectMenu(QStringLiteral("Imprimir Etiqueta"));
+  ::test::Press(Qt::Key_F10, Qt::ShiftModifier);
+  EXPECT_TRUE(WaitFor([this] { return desktop_.GetBoxes().Met(); }));
+  Settle();
+  desktop_.Window().activateWindow();  // offscreen a menu that closes hands the keyboard to nobody
+  hands_.GoTo("EdtBarra");
+  NextRoll();
+  desktop_.GetBoxes().Take();
+  ExpectAll();
+}
 
 class ShiftWithAskedScale : public FailingScale {
  protected:

@@ -64,6 +64,40 @@ TEST_F(BoxesOfTheProgram, TheLetterSIsYes) {
   EXPECT_TRUE(person_.Question("Ordem", "Deseja excluir?"));
 }
 
+// A scanner types into whatever has the keyboard.
+TEST_F(BoxesOfTheProgram, AScannedCodeAnswersNothing) {
+  for (const char* code : {"97891234567894", "000001002", "S1", "Sim 000123", "NS"}) {
+    for (const Qt::Key end : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Tab}) {
+      const auto scanned = [&](QWidget& box) {
+        const QWidget* focus = box.focusWidget();
+        test::TypeText(QString::fromLatin1(code));
+        test::Press(end);
+        QTest::qWait(120);
+        EXPECT_TRUE(box.isVisible()) << code;
+        EXPECT_EQ(box.focusWidget(), focus) << code;
+        // A person's Enter is heard at once.
+        test::Press(Qt::Key_Return);
+      };
+      mill_.GetBoxes().ExpectDialog("Deseja excluir?", scanned);
+      EXPECT_FALSE(person_.Question("Ordem", "Deseja excluir?"));
+      mill_.GetBoxes().ExpectDialog("Lote", scanned);
+      person_.Message("Ordem", "Lote inválido.", host::Icon::kInformation);
+    }
+  }
+}
+
+// The end of a code that began before the box came up.
+TEST_F(BoxesOfTheProgram, TheEndOfACodeAnswersNothing) {
+  mill_.GetBoxes().ExpectDialog("Deseja excluir?", [](QWidget& box) {
+    test::TypeText("4");
+    test::Press(Qt::Key_Return);
+    EXPECT_TRUE(box.isVisible());
+    test::Press(Qt::Key_Tab);
+    test::Press(Qt::Key_Escape);
+  });
+  EXPECT_FALSE(person_.Question("Ordem", "Deseja excluir?"));
+}
+
 TEST_F(BoxesOfTheProgram, AnInputBoxHandsBackWhatWasTyped) {
   mill_.GetBoxes().ExpectInput("Metros", "12,5 çã");
   EXPECT_EQ(person_.InputBox("Baixa", "Metros:", "10"), "12,5 çã");
