@@ -79,6 +79,7 @@ void ScaleTrial::Start(const scale::ScaleSettings& settings) {
   Stop();
   settings_ = settings;
   received_.clear();
+  lost_.clear();
   asked_ = false;
   ticks_ = 0;
   kept_ = std::make_unique<TrialSettings>();
@@ -90,7 +91,13 @@ void ScaleTrial::Start(const scale::ScaleSettings& settings) {
   };
   port_ = serial::NewPort(std::move(use));
   port_->LoadSettings(kKey, kSection);
-  port_->OnRxChar = [this] { received_ += port_->Read(1 << 12); };
+  port_->OnRxChar = [this] {
+    try {
+      received_ += port_->Read(1 << 12);
+    } catch (const host::InputError& error) {
+      lost_ = error.what();  // the port must not go while it is telling this
+    }
+  };
   try {
     port_->Open();
     timer_.start();
@@ -109,6 +116,7 @@ void ScaleTrial::Stop() {
 
 void ScaleTrial::Tick() {
   try {
+    if (!lost_.empty()) throw host::InputError(lost_);
     // The first half second of a scale that is asked is the station's wait after opening.
     const bool listened = settings_.protocol != kAsked || asked_;
     if (listened) emit Heard(ToQt(host::RawBytes(received_.substr(0, kMostShown))), MeaningOf(received_));

@@ -39,6 +39,7 @@ class ScaleTrial : public QObject {
   std::unique_ptr<host::UserSettings> kept_;
   std::unique_ptr<host::SerialPort> port_;
   std::string received_;
+  std::string lost_;  // why the port is gone; empty while it is there
   bool asked_ = false;
   QTimer timer_;
   int ticks_ = 0;
