@@ -8,49 +8,20 @@
 #include <string>
 #include <vector>
 
-#include "app/mill/mill.h"
-#include "app/mill/volume.h"
 #include "bench/timing.h"
+#include "bench/volume.h"
 #include "support/mill.h"
 #include "support/road.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using bench::kPlan;
 
 constexpr int kWarmUp = 20;
 constexpr int kCounted = 200;
 constexpr int kPart = 30;
 constexpr double kRoll = 0.25;
-
-// A fabric of the demonstration mill, its yarn reserved in three lots.
-const test::OrderPlan kPlan = {"00101",
-                               "02",
-                               "M0101",
-                               "0",
-                               160,
-                               {{"F0011", "0", "01", "0020326025", 100},
-                                {"F0011", "0", "11", "0020326026", 48.64},
-                                {"F0021", "0", "01", "0020426044", 11.36}}};
-
-// The mill with that many rolls; an existing file is used again.
-std::string VolumeDatabase(std::int64_t rolls) {
-  const std::string path = std::string(TECELAGEM_BINARY_DIR) + "/volume_" + std::to_string(rolls) + ".fdb";
-  if (fs::exists(path)) return path;
-  const std::string half_made = path + ".part";
-  fs::remove(half_made);
-  app::firebird::ConnectOptions options;
-  options.database = half_made;
-  const double milliseconds = bench::Milliseconds([&] {
-    app::mill::CreateDemo(options, "bench");
-    app::mill::VolumeOptions volume;
-    volume.rolls = rolls;
-    if (rolls > 0) app::mill::GenerateVolumeFast(options, volume);
-  });
-  fs::rename(half_made, path);
-  std::cout << "made " << path << " in " << milliseconds / 1000 << " s\n";
-  return path;
-}
 
 // The rows of one roll, as somebody would write them who only wanted the rows.
 class Floor {
@@ -141,7 +112,7 @@ void Measure(test::Mill& mill, int number, Measured& measured, const Act& act) {
 
 int Run(std::int64_t rolls) {
   const std::string working = std::string(TECELAGEM_BINARY_DIR) + "/bench_roll.fdb";
-  fs::copy_file(VolumeDatabase(rolls), working, fs::copy_options::overwrite_existing);
+  fs::copy_file(bench::VolumeDatabase(rolls), working, fs::copy_options::overwrite_existing);
   test::Mill::Options options;
   options.database = working;
   test::Mill mill(options);

@@ -10,8 +10,9 @@ void FabricOfLabel(host::SqlText& sql, const host::Funcoes& funcoes, std::string
   // Rolls are written off by weight, whatever the material is measured in.
   sql.Add("CAST('KG' AS VARCHAR(3)) AS UNIDADE,");
   sql.Add("(SELECT MAX(MAT_ITEN.BARRA) FROM " + table("MAT_ITEN") + " MAT_ITEN");
-  sql.Add("WHERE MAT_ITEN.CODIGO = " + funcoes.Aspas(code) + " AND MAT_ITEN.COR = " + funcoes.Aspas(colour) +
-          ") AS BARRA");
+  // Every roll that ever came has a row of the item; few of them bear its number.
+  sql.Add("WHERE MAT_ITEN.BARRA > '' AND MAT_ITEN.CODIGO = " + funcoes.Aspas(code) +
+          " AND MAT_ITEN.COR = " + funcoes.Aspas(colour) + ") AS BARRA");
   sql.Add("FROM " + table("MATERIAL") + " MATERIAL");
   sql.Add("LEFT JOIN " + table("CADCOR") + " CADCOR ON (CADCOR.COR = " + funcoes.Aspas(colour) + ")");
   sql.Add("WHERE MATERIAL.CODIGO = " + funcoes.Aspas(code));

@@ -21,7 +21,6 @@ namespace {
 
 constexpr int kLookEvery = 2;       // milliseconds
 constexpr qint64 kPatience = 3000;  // milliseconds that an answered box may take to go
-constexpr qint64 kTurn = 500;       // milliseconds for the window system
 constexpr int kMostGivenUp = 3;
 constexpr int kMostSteps = 50;  // of the keyboard within a box or menu
 
@@ -156,11 +155,10 @@ void Boxes::Look() {
   if (QApplication::activeWindow() != box || QApplication::focusWidget() == nullptr) {
     box->activateWindow();
     if (std::exchange(coming_, box) != box) coming_since_ = now;
-    // Offscreen there is no window manager that sees to a window which lost its turn.
-    if (now - coming_since_ > kTurn) QApplication::setActiveWindow(box);
     if (now - coming_since_ < kPatience) return;
     ADD_FAILURE() << "gets no keyboard: " << Say(Describe(*box));
   }
+  coming_ = nullptr;  // the next box may come to lie at the same address
   seen_.push_back({box, false, now});
   Meet(*box);
 }
