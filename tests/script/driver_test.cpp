@@ -1,7 +1,6 @@
 // The script driver on toy screens: every name a script knows, and every way a script can fail.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTimer>
 #include <chrono>
@@ -215,10 +214,6 @@ TEST_F(ScriptDriver, JobsAreThoseSinceTheLastCall) {
 
 TEST_F(ScriptDriver, WaitingLetsWhatArrivesBeDealtWith) {
   // What a device sends comes through the event loop; here a timer stands for it.
-  int count = 1;
-  char name[] = "script_tests";
-  char* values[] = {name, nullptr};
-  const QCoreApplication application(count, values);
   bool arrived = false;
   QTimer::singleShot(50, [&arrived] { arrived = true; });
   QElapsedTimer time;
