@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "host/decimal.h"
@@ -12,6 +13,18 @@
 #include "host/text.h"
 
 namespace host {
+namespace {
+
+constexpr std::size_t kDigitsOfLot = 9;       // of a label that was made before its roll
+constexpr std::size_t kDigitsOfArticle = 13;  // the shortest number of an article
+
+// A scanner types into whatever has the cursor. No quantity is written so, and one taken from a code would be believed.
+bool LooksScanned(std::string_view text) {
+  if (text.find_first_not_of("0123456789") != std::string_view::npos) return false;
+  return text.size() >= kDigitsOfArticle || (text.size() >= kDigitsOfLot && text.front() == '0');
+}
+
+}  // namespace
 
 // --- the focus ---------------------------------------------------------------------------------------------------
 
@@ -168,8 +181,12 @@ ActResult Desk::TypeInto(Edit& edit, std::string_view text) {
     std::optional<std::string> objection =
         TypedObjection(edit.Kind(), edit.MaxLength(), PlainCaption(edit.Caption(), edit.Name()), text);
     if (!objection) objection = environment_.CheckStorable(text);
-    if (objection) edit.Owner().Refuse(*objection);
     const std::string trimmed = Trim(text);
+    if (!objection && edit.Kind() == EditKind::kNumber && LooksScanned(trimmed)) {
+      objection = "O campo \"" + PlainCaption(edit.Caption(), edit.Name()) +
+                  "\" aceita somente números; isto parece um código de barras.";
+    }
+    if (objection) edit.Owner().Refuse(*objection);
     if (edit.Kind() == EditKind::kNumber && !trimmed.empty()) {
       edit.SetNumber(ParseTyped(trimmed).value_or(0.0));
     } else if (edit.Kind() == EditKind::kInteger && !trimmed.empty()) {
