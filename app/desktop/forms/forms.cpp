@@ -33,16 +33,11 @@ struct KnownForm {
 };
 
 constexpr KnownForm kForms[] = {
-    {"TfmCadLoteTec", &Drawn<Ui::CadLoteTec>},
-    {"TfmMovBaiTec", &Drawn<Ui::MovBaiTec>},
-    {"TFmMovBaiFio", &Drawn<Ui::MovBaiFio>},
-    {"TfmCadDefTec", &Drawn<Ui::CadDefTec>},
-    {"TFmCadComposi", &Drawn<Ui::CadComposi>},
-    {"TfmLog", &Drawn<Ui::Log>},
-    {"TfmParametros", &Drawn<Ui::Parametros>},
-    {"TfmPeriodos", &Drawn<Ui::Periodos>},
-    {"TfmSenha", &Drawn<Ui::Senha>},
-    {"TfmUsuarios", &Drawn<Ui::Usuarios>},
+    {"TfmCadLoteTec", &Drawn<Ui::CadLoteTec>}, {"TfmMovBaiTec", &Drawn<Ui::MovBaiTec>},
+    {"TFmMovBaiFio", &Drawn<Ui::MovBaiFio>},   {"TfmCadDefTec", &Drawn<Ui::CadDefTec>},
+    {"TFmCadComposi", &Drawn<Ui::CadComposi>}, {"TfmLog", &Drawn<Ui::Log>},
+    {"TfmParametros", &Drawn<Ui::Parametros>}, {"TfmPeriodos", &Drawn<Ui::Periodos>},
+    {"TfmSenha", &Drawn<Ui::Senha>},           {"TfmUsuarios", &Drawn<Ui::Usuarios>},
 };
 
 }  // namespace
