@@ -1,19 +1,21 @@
 #!/usr/bin/env bash
-# Builds everything and runs what a contributor must pass. Usage: ./test.sh [--asan] [--no-lint] [--soak]
+# Builds everything and runs what a contributor must pass. Usage: ./test.sh [--asan] [--no-lint] [--tidy-all] [--soak]
 #   --asan     builds and runs the suite with the address and undefined-behaviour sanitizers instead
 #   --no-lint  leaves out clang-format and clang-tidy
+#   --tidy-all clang-tidy reads all files, not only what changed since the commit in .ci/tidied
 #   --soak     adds the slow tests
 set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/packages.sh
 
-preset=dev lint=yes
+preset=dev lint=yes tidy_what=tidy
 for argument in "$@"; do
   case "$argument" in
     --asan) preset=asan ;;
     --no-lint) lint=no ;;
+    --tidy-all) tidy_what=tidy-all ;;
     --soak) export TECELAGEM_SOAK=1 ;;
-    *) echo "usage: ./test.sh [--asan] [--no-lint] [--soak]" >&2; exit 2 ;;
+    *) echo "usage: ./test.sh [--asan] [--no-lint] [--tidy-all] [--soak]" >&2; exit 2 ;;
   esac
 done
 
@@ -25,11 +27,11 @@ cmake --build --preset "$preset"
 # The tests wait for disks and windows much of the time; meanwhile clang-tidy reads.
 tidy= tidy_log=build/$preset/tidy.log
 if [ "$lint" = yes ]; then
-  scripts/lint.sh tidy "build/$preset" >"$tidy_log" 2>&1 &
+  scripts/lint.sh "$tidy_what" "build/$preset" >"$tidy_log" 2>&1 &
   tidy=$!
 fi
 tests=passed
-ctest --preset "$preset" -j "$(nproc)" || tests=failed
+ctest --preset "$preset" -j $(($(nproc) + 1)) || tests=failed
 if [ -n "$tidy" ] && ! wait "$tidy"; then
   cat "$tidy_log"
   echo "clang-tidy found something; see above." >&2
