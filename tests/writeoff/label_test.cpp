@@ -112,7 +112,7 @@ TEST_F(Labels, KnowsTheDefectsOfTheOrder) {
   Load();
   Roll("10");
   Defect(1, "FUR");
-  Defect(1, "XXX");
+  Defect(1, "ZZZ");
   Prints();
   EXPECT_EQ(PrintLabel(), ActResult::kDone);
   const auto prints = Prints();
@@ -123,7 +123,7 @@ TEST_F(Labels, KnowsTheDefectsOfTheOrder) {
     EXPECT_EQ(row.at("NUMERO").AsText(), kOrder);
     defects.insert(row.at("CODIGO").AsText() + "=" + row.at("DESCRICAO").AsText());
   }
-  EXPECT_EQ(defects, std::set<std::string>({"FUR=Furo", "XXX="}));
+  EXPECT_EQ(defects, std::set<std::string>({"FUR=Furo", "ZZZ="}));
 }
 
 TEST_F(Labels, KnowsTheFabric) {
