@@ -6,7 +6,7 @@
 "use strict";
 
 const fabric = {
-  code: "M0201", colour: "0", name: "MOLETINHO LEVE COM ELASTANO", deposit: "02",
+  code: "M0201", colour: "0", name: "MOLETINHO LEVE COM ELASTANO", deposit: "02", article: "7891234502018",
   needles: 1884, width: 1.8, weight: 230, rollWeight: 20, tare: 0.4,
 };
 const mill = { code: "00101", deposit: "11", cost: 4.2 };
@@ -73,8 +73,8 @@ function prepareRegisters() {
           " MATCHING (TIPO, CODIGO, CODCLI, COR)", [fabric.code, mill.code, mill.cost]);
   const known = db.query("SELECT FIRST 1 COR FROM {MAT_ITEN} WHERE CODIGO = ? AND COR = ?", [fabric.code, fabric.colour]);
   if (known.length === 0) {
-    db.exec("INSERT INTO {MAT_ITEN} (CODIGO, COR, DEPOSITO, LOTE, QUALIDADE) VALUES (?, ?, ?, '000000', '1')",
-            [fabric.code, fabric.colour, fabric.deposit]);
+    db.exec("INSERT INTO {MAT_ITEN} (CODIGO, COR, DEPOSITO, LOTE, QUALIDADE, BARRA) VALUES (?, ?, ?, '000000', '1', ?)",
+            [fabric.code, fabric.colour, fabric.deposit, fabric.article]);
   }
 }
 
