@@ -2,10 +2,10 @@
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/text.h"
+#include "weaving/roll_lot.h"
 #include "writeoff/cad_def_tec.h"
 #include "writeoff/mov_bai_tec.h"
 #include "writeoff/roll_reversal.h"
-#include "yarn/roll_lot.h"
 
 namespace writeoff {
 namespace {
@@ -142,9 +142,9 @@ void TfmMovBaiTec::RecusaEstorno(const std::string& text) {
 std::string TfmMovBaiTec::LoteDoEstorno(const RollRow& roll) {
   if (!host::Trim(roll.lot).empty()) return roll.lot;
   // Without the roll's bar code a ticked box leaves nothing to build the lot from.
-  return yarn::RollLot(lot_scheme_,
-                       {roll.order, roll.number, roll.sales_order, roll.return_note, CbBarra.Checked(), std::string()},
-                       [this] { return Servicos().ProximaOrdemTecelB(Ordem()); });
+  return weaving::RollLot(
+      lot_scheme_, {roll.order, roll.number, roll.sales_order, roll.return_note, CbBarra.Checked(), std::string()},
+      [this] { return Servicos().ProximaOrdemTecelB(Ordem()); });
 }
 
 }  // namespace writeoff

@@ -5,8 +5,8 @@
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/text.h"
+#include "weaving/roll_lot.h"
 #include "yarn/mov_bai_fio.h"
-#include "yarn/roll_lot.h"
 
 namespace yarn {
 namespace {
@@ -79,9 +79,9 @@ void TFmMovBaiFio::EntradaMalha(int ordem) {
 }
 
 std::string TFmMovBaiFio::LoteDaPeca(const Roll& roll, int ordem) {
-  return RollLot(roll.lot_scheme,
-                 {roll.order, ordem, roll.sales_order, roll.return_note, roll.bar_code_ticked, roll.bar_code},
-                 [this, &roll] { return Servicos().ProximaOrdemTecelB(roll.order); });
+  return weaving::RollLot(roll.lot_scheme,
+                          {roll.order, ordem, roll.sales_order, roll.return_note, roll.bar_code_ticked, roll.bar_code},
+                          [this, &roll] { return Servicos().ProximaOrdemTecelB(roll.order); });
 }
 
 YarnCost TFmMovBaiFio::CustoDosFios() const {

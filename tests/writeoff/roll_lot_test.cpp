@@ -1,5 +1,5 @@
 // The six ways to form a roll's lot: the same code in the roll's row and in the fabric's stock.
-#include "yarn/roll_lot.h"
+#include "weaving/roll_lot.h"
 
 #include "write_off_mill.h"
 
@@ -114,13 +114,13 @@ TEST(RollLot, AsksForASequenceOnlyWhereItIsPartOfTheLot) {
     ++asked;
     return std::string("9");
   };
-  yarn::RollLotParts parts{"000001", 3, "PV", "NR", false, "BAR"};
-  for (const char* scheme : {"1", "2", "3", "5", "6", "7", ""}) yarn::RollLot(scheme, parts, next);
+  weaving::RollLotParts parts{"000001", 3, "PV", "NR", false, "BAR"};
+  for (const char* scheme : {"1", "2", "3", "5", "6", "7", ""}) weaving::RollLot(scheme, parts, next);
   EXPECT_EQ(asked, 0);
-  EXPECT_EQ(yarn::RollLot("4", parts, next), "0000019");
+  EXPECT_EQ(weaving::RollLot("4", parts, next), "0000019");
   EXPECT_EQ(asked, 1);
   parts.bar_code_ticked = true;
-  EXPECT_EQ(yarn::RollLot("4", parts, next), "BAR");
+  EXPECT_EQ(weaving::RollLot("4", parts, next), "BAR");
   EXPECT_EQ(asked, 1);
 }
 

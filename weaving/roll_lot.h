@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace yarn {
+namespace weaving {
 
 struct RollLotParts {
   std::string order;
@@ -23,4 +23,4 @@ struct RollLotParts {
 std::string RollLot(std::string_view scheme, const RollLotParts& parts,
                     const std::function<std::string()>& next_sequence);
 
-}  // namespace yarn
+}  // namespace weaving

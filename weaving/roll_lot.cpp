@@ -1,6 +1,6 @@
-#include "yarn/roll_lot.h"
+#include "weaving/roll_lot.h"
 
-namespace yarn {
+namespace weaving {
 
 std::string RollLot(std::string_view scheme, const RollLotParts& parts,
                     const std::function<std::string()>& next_sequence) {
@@ -22,4 +22,4 @@ std::string RollLot(std::string_view scheme, const RollLotParts& parts,
   }
 }
 
-}  // namespace yarn
+}  // namespace weaving
