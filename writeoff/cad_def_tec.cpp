@@ -6,6 +6,8 @@
 #include "host/kit/columns.h"
 #include "host/restored.h"
 #include "host/text.h"
+#include "weaving/stock_lot.h"
+#include "writeoff/employee.h"
 
 namespace writeoff {
 namespace {
@@ -58,7 +60,7 @@ TfmCadDefTec::TfmCadDefTec(host::Host& host)
       EdtArtigo(*this, "EdtArtigo", "Artigo", EditKind::kText, 15),
       LblArtigo(*this, "LblArtigo"),
       EdtCor(*this, "EdtCor", "Cor", EditKind::kText, 6),
-      EdtLote(*this, "EdtLote", "Lote", EditKind::kText, 32),
+      EdtLote(*this, "EdtLote", "Lote", EditKind::kText, weaving::kLotWidth),
       EdtFunc(*this, "EdtFunc", "Funcionário", EditKind::kText, 5),
       LblFunc(*this, "LblFunc"),
       LblTurno(*this, "LblTurno"),
@@ -77,10 +79,10 @@ TfmCadDefTec::TfmCadDefTec(host::Host& host)
   DBGrid1.SetCaption("Defeitos");
   // As "Confirmar" and "Baixar" on the screens that whoever stands at the scale comes from.
   BitBtn1.Shortcut = host::Key::kF8;
-  LigaGrade();
+  WireGrid();
 }
 
-void TfmCadDefTec::LigaGrade() {
+void TfmCadDefTec::WireGrid() {
   DBGrid1.OnKeyDown = [this](host::Key key) { DBGrid1KeyDown(key); };
   PqDefeito.OnFechaPesquisa = [this] { PqDefeitoFechaPesquisa(); };
   PqFunc.OnFechaPesquisa = [this] { PqFuncFechaPesquisa(); };
@@ -93,19 +95,19 @@ void TfmCadDefTec::LigaGrade() {
     };
   };
   TbDef["Defeito"].OnValidate = unless_loading(
-      [this](const host::Field& field) { ConfereCodigo(field, "DEFEITO", "CODIGO", "Defeito não cadastrado."); });
+      [this](const host::Field& field) { CheckCode(field, "DEFEITO", "CODIGO", "Defeito não cadastrado."); });
   TbDef["Funcionario"].OnValidate = unless_loading(
-      [this](const host::Field& field) { ConfereCodigo(field, "PESSOAL", "CODIGO", "Funcionário não cadastrado."); });
-  TbDef["Turno"].OnValidate = unless_loading(
-      [this](const host::Field& field) { ConfereCodigo(field, "TURNO", "TURNO", "Turno não cadastrado."); });
+      [this](const host::Field& field) { CheckCode(field, "PESSOAL", "CODIGO", "Funcionário não cadastrado."); });
+  TbDef["Turno"].OnValidate =
+      unless_loading([this](const host::Field& field) { CheckCode(field, "TURNO", "TURNO", "Turno não cadastrado."); });
   TbDef["Qualidade"].OnValidate = unless_loading(
-      [this](const host::Field& field) { ConfereCodigo(field, "TABQUL", "CODIGO", "Qualidade não cadastrada."); });
-  TbDef["Peso"].OnValidate = unless_loading([this](const host::Field&) { ConfereQuantidade(); });
-  TbDef["Rolo"].OnValidate = unless_loading([this](const host::Field&) { ConferePeca(); });
+      [this](const host::Field& field) { CheckCode(field, "TABQUL", "CODIGO", "Qualidade não cadastrada."); });
+  TbDef["Peso"].OnValidate = unless_loading([this](const host::Field&) { CheckQuantity(); });
+  TbDef["Rolo"].OnValidate = unless_loading([this](const host::Field&) { CheckRoll(); });
   TbDef["Defeito"].OnChange = unless_loading(
-      [this](const host::Field& field) { MostraDescricao(field.AsText(), "DEFEITO", "DESCRICAO", "Desc_Def"); });
+      [this](const host::Field& field) { ShowDescription(field.AsText(), "DEFEITO", "DESCRICAO", "Desc_Def"); });
   TbDef["Funcionario"].OnChange = unless_loading(
-      [this](const host::Field& field) { MostraDescricao(field.AsText(), "PESSOAL", "NOME", "Desc_Func"); });
+      [this](const host::Field& field) { ShowDescription(field.AsText(), "PESSOAL", "NOME", "Desc_Func"); });
 
   TbDef.AfterInsert = [this] { TbDefAfterInsert(); };
   TbDef.BeforePost = [this] { TbDefBeforePost(); };
@@ -119,30 +121,30 @@ void TfmCadDefTec::FormShow() {
 }
 
 std::vector<host::KeyHint> TfmCadDefTec::KeyHints() const {
-  if (Site() == nullptr || Site()->Focused() != &DBGrid1 || !TemPeca()) return {};
+  if (Site() == nullptr || Site()->Focused() != &DBGrid1 || !HasRoll()) return {};
   return {{host::Key::kDelete, "Exclui o defeito"}};
 }
 
-bool TfmCadDefTec::HasUnsavedWork() const { return changed_ || (TbDef.InEdit() && !EmBranco()); }
+bool TfmCadDefTec::HasUnsavedWork() const { return changed_ || (TbDef.InEdit() && !IsBlank()); }
 
-bool TfmCadDefTec::TemPeca() const { return !EdtOF.Text().empty() && !EdtArtigo.Text().empty(); }
+bool TfmCadDefTec::HasRoll() const { return !EdtOF.Text().empty() && !EdtArtigo.Text().empty(); }
 
-DefectScope TfmCadDefTec::Escopo() const {
+DefectScope TfmCadDefTec::Scope() const {
   return {EdtOF.Text(), EdtArtigo.Text(), EdtTipo.Text(), EdtLote.Text(), EdtCor.Text()};
 }
 
 // --- loading -----------------------------------------------------------------------------------------------------
 
 void TfmCadDefTec::BuscaMovDefeitos() {
-  MostraCabecalho();
+  ShowHeader();
   const host::Restored<bool> loading(loading_, true);
   TbDef.Empty();
   version_.clear();
   changed_ = false;
-  if (!TemPeca()) return;
+  if (!HasRoll()) return;
   // A save deletes the rows and inserts them anew: read just then, some would be missing.
-  Banco().LockRow("TECEL", "NUMERO", EdtOF.Text());
-  const auto rows = store_.Load(Escopo());
+  Db().LockRow("TECEL", "NUMERO", EdtOF.Text());
+  const auto rows = store_.Load(Scope());
   version_ = DefectStore::Version(*rows);
   for (; !rows->Eof(); rows->Next()) {
     TbDef.Append();
@@ -153,15 +155,15 @@ void TfmCadDefTec::BuscaMovDefeitos() {
     TbDef["Qualidade"].Set(rows->FieldByName("QUALIDADE"));
     TbDef["Rolo"].Set(rows->FieldByName("ROLO"));
     TbDef["Data"].Set(rows->FieldByName("DT_LAN"));
-    MostraDescricao(TbDef["Defeito"].AsText(), "DEFEITO", "DESCRICAO", "Desc_Def");
-    MostraDescricao(TbDef["Funcionario"].AsText(), "PESSOAL", "NOME", "Desc_Func");
+    ShowDescription(TbDef["Defeito"].AsText(), "DEFEITO", "DESCRICAO", "Desc_Def");
+    ShowDescription(TbDef["Funcionario"].AsText(), "PESSOAL", "NOME", "Desc_Func");
     TbDef.Post();
   }
   TbDef.First();
 }
 
-void TfmCadDefTec::MostraCabecalho() {
-  const bool can_register = TemPeca();
+void TfmCadDefTec::ShowHeader() {
+  const bool can_register = HasRoll();
   const bool of_lot = EdtTipo.Text() == kDefectOfLot;
   EdtCor.SetVisible(of_lot);
   EdtLote.SetVisible(of_lot);
@@ -174,26 +176,22 @@ void TfmCadDefTec::MostraCabecalho() {
   LblTurno.SetText("");
   if (!EdtArtigo.Text().empty()) {
     LblArtigo.SetText(
-        Servicos()
-            .Busca_Valor("MATERIAL", "CODIGO", "DESCRICAO", Servicos().Aspas(EdtArtigo.Text()), true, true)
+        Services()
+            .Busca_Valor("MATERIAL", "CODIGO", "DESCRICAO", Services().Aspas(EdtArtigo.Text()), true, true)
             .AsText());
   }
   if (EdtFunc.Text().empty()) return;
-  const auto query = Banco().NewQuery();
-  query->SQL.Add("SELECT NOME, TURNO FROM " + Servicos().DBLocal("PESSOAL", true) +
-                 " WHERE CODIGO = " + Servicos().Aspas(EdtFunc.Text()));
-  query->Open();
-  if (query->IsEmpty()) return;
-  LblFunc.SetText(query->FieldByName("NOME").AsText());
-  const std::string shift = query->FieldByName("TURNO").AsText();
-  LblTurno.SetText(shift.empty() ? shift : "Turno " + shift);
+  const auto person = EmployeeOf(GetHost(), EdtFunc.Text());
+  if (!person) return;
+  LblFunc.SetText(person->name);
+  LblTurno.SetText(person->shift.empty() ? std::string() : "Turno " + person->shift);
 }
 
-void TfmCadDefTec::MostraDescricao(std::string_view code, std::string_view table, std::string_view column,
+void TfmCadDefTec::ShowDescription(std::string_view code, std::string_view table, std::string_view column,
                                    std::string_view shown_in) {
   const host::Value text = code.empty()
                                ? host::Value()
-                               : Servicos().Busca_Valor(table, "CODIGO", column, Servicos().Aspas(code), true, true);
+                               : Services().Busca_Valor(table, "CODIGO", column, Services().Aspas(code), true, true);
   TbDef[shown_in].Set(text);
 }
 
@@ -205,7 +203,7 @@ void TfmCadDefTec::TbDefAfterInsert() {
 }
 
 // A row that was reached by going down from the last one and never typed into is no defect.
-bool TfmCadDefTec::EmBranco() const {
+bool TfmCadDefTec::IsBlank() const {
   for (const char* field : {"Defeito", "Funcionario", "Turno", "Qualidade"}) {
     if (!TbDef[field].AsText().empty()) return false;
   }
@@ -214,7 +212,7 @@ bool TfmCadDefTec::EmBranco() const {
 
 void TfmCadDefTec::TbDefBeforePost() {
   if (loading_) return;
-  if (EmBranco()) {
+  if (IsBlank()) {
     TbDef.Cancel();
     return;
   }
@@ -222,23 +220,23 @@ void TfmCadDefTec::TbDefBeforePost() {
   if (TbDef["Data"].IsNull()) TbDef["Data"].Set(GetHost().GetClock().Today());
 }
 
-void TfmCadDefTec::ConfereCodigo(const host::Field& field, std::string_view table, std::string_view key,
-                                 std::string_view what) const {
+void TfmCadDefTec::CheckCode(const host::Field& field, std::string_view table, std::string_view key,
+                             std::string_view what) const {
   const std::string code = field.AsText();
-  if (code.empty() || Servicos().Existe(table, key, Servicos().Aspas(code), Banco())) return;
+  if (code.empty() || Services().Existe(table, key, Services().Aspas(code), Db())) return;
   Refuse(what);
 }
 
-void TfmCadDefTec::ConfereQuantidade() const {
+void TfmCadDefTec::CheckQuantity() const {
   const double quantity = TbDef["Peso"].AsFloat();
   if (quantity < 0) Refuse("A quantidade do defeito não pode ser negativa.");
   if (quantity > kMostQuantity) Refuse("A quantidade do defeito não pode passar de 99.999,999.");
 }
 
-void TfmCadDefTec::ConferePeca() {
+void TfmCadDefTec::CheckRoll() {
   const host::Field& roll = TbDef["Rolo"];
   if (roll.IsNull() || EdtTipo.Text() != kDefectOfRoll) return;
-  if (!store_.HasRoll(Escopo(), static_cast<int>(roll.AsInteger()))) {
+  if (!store_.HasRoll(Scope(), static_cast<int>(roll.AsInteger()))) {
     Refuse("A ordem " + EdtOF.Text() + " não tem a peça " + roll.AsText() + " do artigo " + EdtArtigo.Text() + ".");
   }
 }
@@ -252,35 +250,35 @@ void TfmCadDefTec::DBGrid1KeyDown(host::Key key) {
   if (host::SameName(column, "Qualidade")) PqQualidade.Open();
 }
 
-void TfmCadDefTec::Preenche(std::string_view field, const host::Value& value) {
+void TfmCadDefTec::FillIn(std::string_view field, const host::Value& value) {
   TbDef.Edit();
   TbDef[field].Set(value);
 }
 
-void TfmCadDefTec::PqDefeitoFechaPesquisa() { Preenche("Defeito", PqDefeito.RetornoPesquisa("CODIGO")); }
+void TfmCadDefTec::PqDefeitoFechaPesquisa() { FillIn("Defeito", PqDefeito.RetornoPesquisa("CODIGO")); }
 
-void TfmCadDefTec::PqFuncFechaPesquisa() { Preenche("Funcionario", PqFunc.RetornoPesquisa("CODIGO")); }
+void TfmCadDefTec::PqFuncFechaPesquisa() { FillIn("Funcionario", PqFunc.RetornoPesquisa("CODIGO")); }
 
-void TfmCadDefTec::PqTurnoFechaPesquisa() { Preenche("Turno", PqTurno.RetornoPesquisa("TURNO")); }
+void TfmCadDefTec::PqTurnoFechaPesquisa() { FillIn("Turno", PqTurno.RetornoPesquisa("TURNO")); }
 
-void TfmCadDefTec::PqQualidadeFechaPesquisa() { Preenche("Qualidade", PqQualidade.RetornoPesquisa("CODIGO")); }
+void TfmCadDefTec::PqQualidadeFechaPesquisa() { FillIn("Qualidade", PqQualidade.RetornoPesquisa("CODIGO")); }
 
 // --- storing -----------------------------------------------------------------------------------------------------
 
 void TfmCadDefTec::BitBtn1Click() {
-  if (!TemPeca()) Refuse(kNoRoll);
+  if (!HasRoll()) Refuse(kNoRoll);
   TbDef.Post();
   // Stations take turns on an order, so that a roll taken back elsewhere gets no defects afterwards.
-  Banco().LockRow("TECEL", "NUMERO", EdtOF.Text());
-  ConfereAlteracao();
-  store_.Save(Escopo(), Defeitos());
+  Db().LockRow("TECEL", "NUMERO", EdtOF.Text());
+  CheckUnchanged();
+  store_.Save(Scope(), TypedDefects());
   changed_ = false;
   Close();
 }
 
 // All rolls of the fabric are stored together: what somebody else registered meanwhile would be lost.
-void TfmCadDefTec::ConfereAlteracao() {
-  const auto rows = store_.Load(Escopo());
+void TfmCadDefTec::CheckUnchanged() {
+  const auto rows = store_.Load(Scope());
   if (DefectStore::Version(*rows) == version_) return;
   if (Confirm("Os defeitos deste artigo foram alterados por outro usuário. Deseja carregá-los novamente?")) {
     BuscaMovDefeitos();
@@ -288,7 +286,7 @@ void TfmCadDefTec::ConfereAlteracao() {
   throw host::Abort();
 }
 
-std::vector<Defect> TfmCadDefTec::Defeitos() {
+std::vector<Defect> TfmCadDefTec::TypedDefects() {
   const bool of_roll = EdtTipo.Text() == kDefectOfRoll;
   std::vector<Defect> defects;
   for (host::DatasetCursor at(TbDef); !at.Eof(); at.Next()) {
@@ -296,7 +294,7 @@ std::vector<Defect> TfmCadDefTec::Defeitos() {
     if (!(at.FieldByName("Peso").AsFloat() > 0)) continue;
     const bool own_roll = !at.FieldByName("Rolo").IsNull();
     const int roll = own_roll ? static_cast<int>(at.FieldByName("Rolo").AsInteger()) : EdtOrdem.Integer();
-    if (of_roll && !store_.HasRoll(Escopo(), roll)) {
+    if (of_roll && !store_.HasRoll(Scope(), roll)) {
       Refuse("A peça " + std::to_string(roll) + " do artigo " + EdtArtigo.Text() + " não está mais na ordem " +
              EdtOF.Text() + "; nada foi gravado.");
     }

@@ -53,25 +53,24 @@ class TfmCadDefTec : public host::Screen {
   host::TPesquisa PqQualidade;
 
  private:
-  void LigaGrade();
-  void MostraCabecalho();
+  void WireGrid();
+  void ShowHeader();
   /// Refuses the cell unless the table knows the code.
-  void ConfereCodigo(const host::Field& field, std::string_view table, std::string_view key,
-                     std::string_view what) const;
-  void ConfereQuantidade() const;
-  void ConferePeca();
-  void MostraDescricao(std::string_view code, std::string_view table, std::string_view column,
+  void CheckCode(const host::Field& field, std::string_view table, std::string_view key, std::string_view what) const;
+  void CheckQuantity() const;
+  void CheckRoll();
+  void ShowDescription(std::string_view code, std::string_view table, std::string_view column,
                        std::string_view shown_in);
-  void Preenche(std::string_view field, const host::Value& value);
-  bool EmBranco() const;
+  void FillIn(std::string_view field, const host::Value& value);
+  bool IsBlank() const;
   /// The list as it is to be stored. Refuses what has no roll.
-  std::vector<Defect> Defeitos();
-  void ConfereAlteracao();
+  std::vector<Defect> TypedDefects();
+  void CheckUnchanged();
 
-  bool TemPeca() const;
-  DefectScope Escopo() const;
-  host::Database& Banco() const { return GetHost().GetTabela().IBDatabase(); }
-  host::Funcoes& Servicos() const { return GetHost().GetFuncoes(); }
+  bool HasRoll() const;
+  DefectScope Scope() const;
+  host::Database& Db() const { return GetHost().GetTabela().IBDatabase(); }
+  host::Funcoes& Services() const { return GetHost().GetFuncoes(); }
 
   DefectStore store_;
   std::string version_;  // of what is listed

@@ -7,25 +7,25 @@ constexpr int kEntryWidth = 10;
 
 }  // namespace
 
-DefectStore::DefectStore(host::Host& host) : funcoes_(host.GetFuncoes()), database_(host.GetTabela().IBDatabase()) {}
+DefectStore::DefectStore(host::Host& host) : host_(host), statements_(host) {}
 
 // "FROM" and the conditions that name the scope's rows.
-std::string DefectStore::Rows(const DefectScope& scope) const {
-  std::string rows = "FROM " + funcoes_.DBLocal("DEF_MOV", true) + " WHERE NUMERO = " + funcoes_.Aspas(scope.order) +
-                     " AND ARTIGO = " + funcoes_.Aspas(scope.fabric) + " AND TIPO = " + funcoes_.Aspas(scope.kind);
+weaving::Sql DefectStore::RowsOf(const DefectScope& scope) const {
+  weaving::Sql of_lot;
   if (scope.kind == kDefectOfLot) {
-    rows += " AND LOTE = " + funcoes_.Aspas(scope.lot) + " AND COR = " + funcoes_.Aspas(scope.colour);
+    of_lot = statements_.Write(" AND LOTE = :lot AND COR = :colour", {{"lot", scope.lot}, {"colour", scope.colour}});
   }
-  return rows;
+  return statements_.Write(
+      "FROM {DEF_MOV} WHERE NUMERO = :order AND ARTIGO = :fabric AND TIPO = :kind:of_lot",
+      {{"order", scope.order}, {"fabric", scope.fabric}, {"kind", scope.kind}, {"of_lot", of_lot}});
 }
 
 std::unique_ptr<host::TTIQuery> DefectStore::Load(const DefectScope& scope) {
-  auto query = database_.NewQuery();
-  query->SQL.Add("SELECT *");
-  query->SQL.Add(Rows(scope));
-  query->SQL.Add("ORDER BY DT_LAN, MOV");
-  query->Open();
-  return query;
+  return statements_.Open(R"(
+SELECT *
+:rows
+ORDER BY DT_LAN, MOV)",
+                          {{"rows", RowsOf(scope)}});
 }
 
 std::string DefectStore::Version(host::TTIQuery& rows) {
@@ -36,39 +36,43 @@ std::string DefectStore::Version(host::TTIQuery& rows) {
 }
 
 bool DefectStore::HasRoll(const DefectScope& scope, int roll) {
-  const auto query = database_.NewQuery();
-  query->SQL.Add("SELECT ORDEM FROM " + funcoes_.DBLocal("TECELB", true));
-  query->SQL.Add("WHERE NUMERO = " + funcoes_.Aspas(scope.order) + " AND ORDEM = " + std::to_string(roll) +
-                 " AND CODIGO = " + funcoes_.Aspas(scope.fabric));
-  query->Open();
-  return !query->IsEmpty();
+  return !statements_
+              .Open(R"(
+SELECT ORDEM FROM {TECELB}
+WHERE NUMERO = :order AND ORDEM = :number AND CODIGO = :fabric)",
+                    {{"order", scope.order}, {"number", roll}, {"fabric", scope.fabric}})
+              ->IsEmpty();
 }
 
 void DefectStore::Save(const DefectScope& scope, const std::vector<Defect>& defects) {
-  const auto remove = database_.NewQuery();
-  remove->SQL.Add("DELETE " + Rows(scope));
-  remove->ExecSQL();
+  statements_.Execute("DELETE :rows", {{"rows", RowsOf(scope)}});
   for (const Defect& defect : defects) {
-    if (defect.quantity > 0) Insert(scope, defect);
+    if (defect.quantity > 0) statements_.Execute(Insertion(scope, defect));
   }
   // Not left to the action's end: by then the screen would have taken its rows for stored.
-  database_.MakeDurable();
+  host_.GetTabela().IBDatabase().MakeDurable();
 }
 
-void DefectStore::Insert(const DefectScope& scope, const Defect& defect) {
-  const auto quoted = [this](std::string_view text) { return funcoes_.Aspas(text); };
-  const std::string date = defect.date.IsZero() ? "NULL" : quoted(defect.date.ToSql());
-  const std::string entry = funcoes_.Proximo("DEF_MOV", "LANCAMENTO", kEntryWidth, true);
-  const auto query = database_.NewQuery();
-  query->SQL.Add("INSERT INTO " + funcoes_.DBLocal("DEF_MOV", true) +
-                 " (CODIGO, ARTIGO, QUANT, NUMERO, REVISOR, DT_LAN, QUALIDADE, TIPO, TURNO, ROLO, LOTE, COR, "
-                 "LANCAMENTO)");
-  query->SQL.Add("VALUES (" + quoted(defect.code) + ", " + quoted(scope.fabric) + ", " +
-                 funcoes_.PermanecePonto(defect.quantity) + ", " + quoted(scope.order) + ", " +
-                 quoted(defect.employee) + ", " + date + ", " + quoted(defect.quality) + ", " + quoted(scope.kind) +
-                 ", " + quoted(defect.shift) + ", " + std::to_string(defect.roll) + ", " + quoted(scope.lot) + ", " +
-                 quoted(scope.colour) + ", " + quoted(entry) + ")");
-  query->ExecSQL();
+weaving::Sql DefectStore::Insertion(const DefectScope& scope, const Defect& defect) const {
+  const weaving::Sql date =
+      defect.date.IsZero() ? weaving::Sql("NULL") : statements_.Write(":date", {{"date", defect.date}});
+  const std::string entry = host_.GetFuncoes().Proximo("DEF_MOV", "LANCAMENTO", kEntryWidth, true);
+  return statements_.Write(R"(
+INSERT INTO {DEF_MOV} (CODIGO, ARTIGO, QUANT, NUMERO, REVISOR, DT_LAN, QUALIDADE, TIPO, TURNO, ROLO, LOTE, COR, LANCAMENTO)
+VALUES (:code, :fabric, :quantity, :order, :employee, :date, :quality, :kind, :shift, :roll, :lot, :colour, :entry))",
+                           {{"code", defect.code},
+                            {"fabric", scope.fabric},
+                            {"quantity", defect.quantity},
+                            {"order", scope.order},
+                            {"employee", defect.employee},
+                            {"date", date},
+                            {"quality", defect.quality},
+                            {"kind", scope.kind},
+                            {"shift", defect.shift},
+                            {"roll", defect.roll},
+                            {"lot", scope.lot},
+                            {"colour", scope.colour},
+                            {"entry", entry}});
 }
 
 }  // namespace writeoff

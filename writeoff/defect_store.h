@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/host.h"
+#include "weaving/statement.h"
 
 namespace writeoff {
 
@@ -49,11 +50,11 @@ class DefectStore {
   void Save(const DefectScope& scope, const std::vector<Defect>& defects);
 
  private:
-  std::string Rows(const DefectScope& scope) const;
-  void Insert(const DefectScope& scope, const Defect& defect);
+  weaving::Sql RowsOf(const DefectScope& scope) const;
+  weaving::Sql Insertion(const DefectScope& scope, const Defect& defect) const;
 
-  host::Funcoes& funcoes_;
-  host::Database& database_;
+  host::Host& host_;
+  weaving::Statements statements_;
 };
 
 }  // namespace writeoff

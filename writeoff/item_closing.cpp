@@ -1,42 +1,44 @@
 #include "writeoff/item_closing.h"
 
-#include <string>
-
-#include "writeoff/reservation_kind.h"
-#include "writeoff/roll_record.h"
+#include "weaving/audit.h"
+#include "weaving/reservations.h"
 
 namespace writeoff {
 
-ItemClosing::ItemClosing(host::Host& host) : funcoes_(host.GetFuncoes()), database_(host.GetTabela().IBDatabase()) {}
+ItemClosing::ItemClosing(host::Host& host) : host_(host), statements_(host) {}
 
 void ItemClosing::SetClosed(std::string_view order, std::string_view code, std::string_view flag) {
-  const auto query = database_.NewQuery();
-  query->SQL.Add("UPDATE " + funcoes_.DBLocal("TECEL_ITEN", true) + " SET BAIXADA = " + funcoes_.Aspas(flag));
-  query->SQL.Add("WHERE CODIGO = " + funcoes_.Aspas(code) + " AND NUMERO = " + funcoes_.Aspas(order));
-  query->ExecSQL();
+  statements_.Execute(R"(
+UPDATE {TECEL_ITEN} SET BAIXADA = :flag
+WHERE CODIGO = :fabric AND NUMERO = :order)",
+                      {{"flag", flag}, {"fabric", code}, {"order", order}});
 }
 
-std::string ItemClosing::OfOrder(std::string_view order, bool only_left) const {
-  return "WHERE NUMERO = " + funcoes_.Aspas(order) + (only_left ? " AND QTDE > 0" : "") + " AND " +
-         std::string(kReservationKind);
+weaving::Sql ItemClosing::ReservationsOf(std::string_view order, bool only_left) const {
+  return statements_.Write("WHERE NUMERO = :order:left AND :kind",
+                           {{"order", order},
+                            {"left", weaving::Sql(only_left ? " AND QTDE > 0" : "")},
+                            {"kind", weaving::YarnReservations()}});
 }
 
 bool ItemClosing::HasReservations(std::string_view order) {
-  const auto query = database_.NewQuery();
-  query->SQL.Add("SELECT COALESCE(QTDE,0) AS QTDE FROM " + funcoes_.DBLocal("MAT_RESERVA", true));
-  query->SQL.Add(OfOrder(order, true));
-  query->Open();
-  return !query->IsEmpty();
+  return !statements_
+              .Open(R"(
+SELECT COALESCE(QTDE,0) AS QTDE FROM {MAT_RESERVA}
+:of_order)",
+                    {{"of_order", ReservationsOf(order, true)}})
+              ->IsEmpty();
 }
 
 void ItemClosing::ClearReservations(std::string_view order, bool only_left) {
-  const auto query = database_.NewQuery();
-  query->SQL.Add("UPDATE " + funcoes_.DBLocal("MAT_RESERVA", true) + " SET QTDE = 0");
-  query->SQL.Add(OfOrder(order, only_left));
-  query->ExecSQL();
-  funcoes_.GeraLog(kLogSubject, "BAIXA TOTAL DA RESERVA - USUARIO: " + funcoes_.vUsuario(), host::LogOperation::kOther,
-                   order, nullptr);
-  database_.CommitRetaining();
+  statements_.Execute(R"(
+UPDATE {MAT_RESERVA} SET QTDE = 0
+:of_order)",
+                      {{"of_order", ReservationsOf(order, only_left)}});
+  host::Funcoes& funcoes = host_.GetFuncoes();
+  funcoes.GeraLog(weaving::kRollSubject, "BAIXA TOTAL DA RESERVA - USUARIO: " + funcoes.vUsuario(),
+                  host::LogOperation::kOther, order, nullptr);
+  host_.GetTabela().IBDatabase().CommitRetaining();
 }
 
 }  // namespace writeoff

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "host/host.h"
+#include "weaving/statement.h"
 
 namespace writeoff {
 
@@ -19,10 +20,10 @@ class ItemClosing {
   void ClearReservations(std::string_view order, bool only_left);
 
  private:
-  std::string OfOrder(std::string_view order, bool only_left) const;
+  weaving::Sql ReservationsOf(std::string_view order, bool only_left) const;
 
-  host::Funcoes& funcoes_;
-  host::Database& database_;
+  host::Host& host_;
+  weaving::Statements statements_;
 };
 
 }  // namespace writeoff

@@ -8,6 +8,9 @@
 #include "host/kit/columns.h"
 #include "host/restored.h"
 #include "host/text.h"
+#include "weaving/parameters.h"
+#include "weaving/stock_lot.h"
+#include "writeoff/employee.h"
 #include "writeoff/order_queries.h"
 
 namespace writeoff {
@@ -16,8 +19,6 @@ namespace {
 using host::EditKind;
 using host::FieldDef;
 using host::FieldType;
-
-constexpr std::size_t kLotWidth = 32;  // as wide as the stock's own column
 
 std::vector<FieldDef> ItemFields() {
   return {{"Codigo", FieldType::kText, 15, {}, "Código"},
@@ -62,7 +63,7 @@ std::vector<FieldDef> RollFields() {
 std::vector<FieldDef> RememberedFields() {
   return {{"Codigo", FieldType::kText, 15},
           {"Cor", FieldType::kText, 6},
-          {"Lote", FieldType::kText, kLotWidth},
+          {"Lote", FieldType::kText, weaving::kLotWidth},
           {"Deposito", FieldType::kText, 6}};
 }
 
@@ -161,19 +162,19 @@ TfmMovBaiTec::TfmMovBaiTec(host::Host& host)
   GrdRolos.Popup = &PopRolos;
   // The caption has no letter to press, and whoever stands at the scale wears gloves.
   BtnConfirma.Shortcut = host::Key::kF8;
-  LigaEventos();
-  LigaPesquisas();
+  WireEvents();
+  WireLookups();
 }
 
-void TfmMovBaiTec::LigaEventos() {
+void TfmMovBaiTec::WireEvents() {
   EdtLote.OnExit = [this] { BuscaDados(false); };
   EdtFunc.OnExit = [this] { EdtFuncExit(); };
-  EdtDeposito.OnExit = [this] { LblDeposito.SetText(Descricao("DEPOSITO", "CODIGO", EdtDeposito.Text())); };
-  EdtMaquina.OnExit = [this] { LblMaquina.SetText(Descricao("MAQUINA", "MAQUINA", EdtMaquina.Text())); };
+  EdtDeposito.OnExit = [this] { LblDeposito.SetText(DescriptionOf("DEPOSITO", "CODIGO", EdtDeposito.Text())); };
+  EdtMaquina.OnExit = [this] { LblMaquina.SetText(DescriptionOf("MAQUINA", "MAQUINA", EdtMaquina.Text())); };
   CbBarra.OnClick = [this] { CbBarraClick(); };
   EdtBarra.OnExit = [this] { EdtBarraExit(); };
-  scale_.OnWeight = [this](const Weighing& weighing) { RecebePeso(weighing); };
-  scale_.OnTrouble = [this](const std::string& text) { Recusa(text, nullptr); };
+  scale_.OnWeight = [this](const Weighing& weighing) { TakeWeight(weighing); };
+  scale_.OnTrouble = [this](const std::string& text) { Reject(text, nullptr); };
 
   TbItens.AfterScroll = [this] {
     if (!loading_) TbItensAfterScroll();
@@ -188,7 +189,7 @@ void TfmMovBaiTec::LigaEventos() {
     throw host::Abort();
   };
   TbItens.BeforeDelete = [] { throw host::Abort(); };
-  GrdItens.OnClick = [this] { MostraItem(); };
+  GrdItens.OnClick = [this] { ShowItem(); };
   GrdItens.OnDblClick = [this] { wwDBGrid1DblClick(); };
   PopItens.Add("ConsiderarReserva", "Considerar Reserva como baixada", [this] { ConsiderarReservaComoBaixadaClick(); });
   PopQtde.Add("CalcularMetros1", "Conversão de unidade", [this] { CalcularMetros1Click(); });
@@ -196,7 +197,7 @@ void TfmMovBaiTec::LigaEventos() {
   for (host::Report* report : {&RvEtiqueta, &prTxReport}) report->OnUnknownFunction = &prTxReportUnknownFunction;
 }
 
-void TfmMovBaiTec::LigaPesquisas() {
+void TfmMovBaiTec::WireLookups() {
   EdtLote.Lookup = &PqLote;
   EdtDeposito.Lookup = &PqDeposito;
   EdtFunc.Lookup = &PqFunc;
@@ -220,17 +221,18 @@ void TfmMovBaiTec::LigaPesquisas() {
 }
 
 void TfmMovBaiTec::FormCreate() {
-  lot_scheme_ = host::Left(Servicos().BuscaParametro("MAL", 40), 1);
+  const weaving::Parameters parameters(Services());
+  lot_scheme_ = parameters.LotScheme();
   EdtData.SetDate(GetHost().GetClock().Today());
-  CbImpressao.SetSelected(Servicos().BuscaParametro("SIS", 20) == "S" ? kTexto : kWindows);
+  CbImpressao.SetSelected(parameters.PrintsText() ? kPlainText : kWindows);
   scale_.Start();
-  MostraCaptura();
+  ShowCapture();
 }
 
 bool TfmMovBaiTec::FormKeyDown(host::Key key) {
   if (Site() == nullptr) return false;
   if (key == host::Key::kF5) CapturaPeso();
-  if (key == host::Key::kF10) ConfiguraBalanca();
+  if (key == host::Key::kF10) SetUpScale();
   if (key == host::Key::kF5 || key == host::Key::kF10) return true;
   if (key != host::Key::kF6) return false;
   if (Site()->Focused() == &GrdItens) {
@@ -247,48 +249,46 @@ std::vector<host::KeyHint> TfmMovBaiTec::KeyHints() const {
   return hints;
 }
 
-bool TfmMovBaiTec::HasUnsavedWork() const { return Quantidade() > 0; }
+bool TfmMovBaiTec::HasUnsavedWork() const { return Quantity() > 0; }
 
 // --- loading -----------------------------------------------------------------------------------------------------
 
 void TfmMovBaiTec::BuscaDados(bool reload) {
-  const std::string order = Ordem();
-  const auto items = ReadItems(Banco(), Servicos(), order);
-  const auto rolls = Banco().NewQuery();
-  RollsOfOrder(rolls->SQL, Servicos(), order);
-  rolls->Open();
+  const std::string order = Order();
+  const auto items = ItemsOfOrder(GetHost(), order);
+  const auto rolls = RollsOfOrder(GetHost(), order);
 
   if (order != loaded_order_) TbBaixas.Empty();
   loaded_order_ = order;
-  if (!reload) MostraCabecalho(*items);
-  MostraItens(*items, reload);
-  MostraRolos(*rolls);
+  if (!reload) ShowHeader(*items);
+  ShowItems(*items, reload);
+  ShowRolls(*rolls);
 }
 
-void TfmMovBaiTec::MostraCabecalho(host::TTIQuery& order) {
+void TfmMovBaiTec::ShowHeader(host::TTIQuery& order) {
   EdtFornecedor.SetText(order.FieldByName("MALHARIA").AsText());
   LblFornecedor.SetText(order.FieldByName("NOME").AsText());
   if (order.IsEmpty()) return;
   EdtDeposito.SetText(order.FieldByName("DEPOSITO").AsText());
   LblDeposito.SetText(order.FieldByName("DESC_DEP_ENT").AsText());
   EdtMaquina.SetText(order.FieldByName("MAQUINA").AsText());
-  LblMaquina.SetText(Descricao("MAQUINA", "MAQUINA", EdtMaquina.Text()));
+  LblMaquina.SetText(DescriptionOf("MAQUINA", "MAQUINA", EdtMaquina.Text()));
 }
 
-void TfmMovBaiTec::MostraItens(host::TTIQuery& order, bool reload) {
+void TfmMovBaiTec::ShowItems(host::TTIQuery& order, bool reload) {
   const std::vector<host::Value> stood_on = {TbItens["Codigo"].Get(), TbItens["Cor"].Get()};
   bool stays = false;
   {
     const host::Restored<bool> loading(loading_, true);
     TbItens.Empty();
-    for (; !order.Eof(); order.Next()) AcrescentaItem(order);
+    for (; !order.Eof(); order.Next()) AppendItem(order);
     TbItens.First();
     stays = reload && TbItens.Locate("Codigo;Cor", stood_on);
   }
   if (!stays) TbItensAfterScroll();
 }
 
-void TfmMovBaiTec::AcrescentaItem(host::TTIQuery& order) {
+void TfmMovBaiTec::AppendItem(host::TTIQuery& order) {
   if (order.FieldByName("CODIGO").IsNull()) return;
   TbItens.Append();
   for (const char* field : {"Codigo", "Descricao", "Unidade", "Pedido", "Cor", "Qtde", "Qtde_B", "Baixada", "Peso_Uni",
@@ -303,42 +303,39 @@ void TfmMovBaiTec::AcrescentaItem(host::TTIQuery& order) {
   TbItens.Post();
 }
 
-void TfmMovBaiTec::MostraRolos(host::TTIQuery& rolls) {
+void TfmMovBaiTec::ShowRolls(host::TTIQuery& rolls) {
   TbRolos.LoadFrom(rolls);
   TbRolos["QTDE"].SetFormat("0.000");
   TbRolos["QTDE_R"].SetFormat("0");
   GrdRolos.SetColumns(RollColumns());
 }
 
-std::string TfmMovBaiTec::Descricao(std::string_view table, std::string_view key, std::string_view code) const {
+std::string TfmMovBaiTec::DescriptionOf(std::string_view table, std::string_view key, std::string_view code) const {
   const std::string trimmed = host::Trim(code);
   if (trimmed.empty()) return {};
-  return Servicos().Busca_Valor(table, key, "DESCRICAO", Servicos().Aspas(trimmed), true, true).AsText();
+  return Services().Busca_Valor(table, key, "DESCRICAO", Services().Aspas(trimmed), true, true).AsText();
 }
 
 void TfmMovBaiTec::EdtFuncExit() {
   const std::string code = host::Trim(EdtFunc.Text());
   LblFunc.SetText("");
   if (code.empty()) return;
-  const auto query = Banco().NewQuery();
-  query->SQL.Add("SELECT NOME, TURNO FROM " + Servicos().DBLocal("PESSOAL", true) +
-                 " WHERE CODIGO = " + Servicos().Aspas(code));
-  query->Open();
-  if (query->IsEmpty()) return;
-  LblFunc.SetText(query->FieldByName("NOME").AsText());
-  EdtTurno.SetText(query->FieldByName("TURNO").AsText());
+  const auto person = EmployeeOf(GetHost(), code);
+  if (!person) return;
+  LblFunc.SetText(person->name);
+  EdtTurno.SetText(person->shift);
 }
 
 // --- the item grid -----------------------------------------------------------------------------------------------
 
-void TfmMovBaiTec::MostraItem() {
+void TfmMovBaiTec::ShowItem() {
   EdtCodigo.SetText(TbItens["Codigo"].AsText());
   LblCodigo.SetText(TbItens["Descricao"].AsText());
   EdtCor.SetText(TbItens["Cor"].AsText());
 }
 
 void TfmMovBaiTec::TbItensAfterScroll() {
-  MostraItem();
+  ShowItem();
   EdtTara.SetNumber(TbItens["Tara"].AsFloat());
 }
 
@@ -349,7 +346,7 @@ void TfmMovBaiTec::TbItensBaixadaChange() {
     closing_.SetClosed(loaded_order_, TbItens["Codigo"].AsText(), flag);
     give_up =
         flag == "S" && closing_.HasReservations(loaded_order_) && Confirm("Deseja remover as reservas deste lote?");
-    Banco().MakeDurable();
+    Db().MakeDurable();
   } catch (...) {
     TbItens.Cancel();  // the tick must not show what was not written
     throw;
@@ -375,14 +372,14 @@ void TfmMovBaiTec::CalcularMetros1Click() {
   const auto number = host::ParseTyped(*typed);
   if (!number || !(*number > 0)) return;
   const double weight =
-      Servicos().Busca_Valor("MATERIAL", "CODIGO", "PESO", Servicos().Aspas(EdtCodigo.Text()), true, true).AsFloat();
+      Services().Busca_Valor("MATERIAL", "CODIGO", "PESO", Services().Aspas(EdtCodigo.Text()), true, true).AsFloat();
   EdtQtde.SetNumber(host::WithoutNoise(weight * *number));
 }
 
 void TfmMovBaiTec::CbBarraClick() {
   EdtBarra.SetVisible(CbBarra.Checked());
   if (!CbBarra.Checked()) EdtBarra.Clear();
-  MostraCaptura();
+  ShowCapture();
 }
 
 }  // namespace writeoff

@@ -8,10 +8,10 @@
 
 #include "host/kit/report.h"
 #include "host/kit/screen.h"
+#include "weaving/roll_record.h"
+#include "weaving/roll_reversal.h"
 #include "writeoff/bar_code.h"
 #include "writeoff/item_closing.h"
-#include "writeoff/roll_record.h"
-#include "writeoff/roll_reversal.h"
 #include "writeoff/scale_capture.h"
 #include "yarn/yarn_write_off.h"
 
@@ -54,7 +54,7 @@ class TfmMovBaiTec : public host::Screen, public yarn::YarnWriteOffOpener {
                                                               const std::vector<std::string>& arguments);
 
   // --- yarn::YarnWriteOffOpener ------------------------------------------------------------------------------
-  yarn::Roll CurrentRoll() const override;
+  weaving::NewRoll CurrentRoll() const override;
   host::Dataset& RememberedLots() override { return TbBaixas; }
 
   host::Dataset TbItens;
@@ -106,70 +106,70 @@ class TfmMovBaiTec : public host::Screen, public yarn::YarnWriteOffOpener {
 
  private:
   static constexpr int kWindows = 0;  // of CbImpressao
-  static constexpr int kTexto = 1;
+  static constexpr int kPlainText = 1;
 
-  void LigaEventos();
-  void LigaPesquisas();
-  void MostraItem();
-  void MostraCabecalho(host::TTIQuery& order);
-  void MostraItens(host::TTIQuery& order, bool reload);
-  void MostraRolos(host::TTIQuery& rolls);
-  void AcrescentaItem(host::TTIQuery& order);
+  void WireEvents();
+  void WireLookups();
+  void ShowItem();
+  void ShowHeader(host::TTIQuery& order);
+  void ShowItems(host::TTIQuery& order, bool reload);
+  void ShowRolls(host::TTIQuery& rolls);
+  void AppendItem(host::TTIQuery& order);
 
-  void ConfereCampos();
-  void ConfereCadastros();
-  [[noreturn]] void Recusa(std::string_view text, host::Control* back_to);
+  void CheckInputs();
+  void CheckCodes();
+  [[noreturn]] void Reject(std::string_view text, host::Control* back_to);
   /// The checks and all writing of a roll; false when it could not be written. Abort when it was refused or given up.
-  bool BaixaPeca();
-  double Quantidade() const;  // as typed, to three decimals
-  double Pecas() const;       // to one decimal
-  double PesoLiquido();
-  double ConferePeso(double net);
-  void BaixaFios(double net);
-  bool EscolheFios(yarn::YarnWriteOff& yarn, host::Screen& screen);
+  bool WriteOffRoll();
+  double Quantity() const;  // as typed, to three decimals
+  double Pieces() const;    // to one decimal
+  double NetWeight();
+  double CheckedWeight(double net);
+  void ConsumeYarn(double net);
+  bool ChooseYarn(yarn::YarnWriteOff& yarn, host::Screen& screen);
   /// False when it could not be written, which was told.
-  bool GravaPeca(double net);
-  void ZeraPeca();
-  void AbreDefeitos();
-  void VoltaParaPesagem();
+  bool StoreRoll(double net);
+  void ClearRoll();
+  void OpenDefects();
+  void BackToWeighing();
 
-  bool TemPecas() const;
+  bool HasRolls() const;
   // What a scanned code came to.
-  enum class Lido { kNada, kItem, kQuantidade };
-  Lido VerificaCodigoBarraEAN14(std::string_view text);
-  Lido LePesado(const BarCode& code);
-  Lido LeEmbalagem(const BarCode& code);
-  Lido LeEtiqueta(const BarCode& code);
+  enum class Scan { kNothing, kItem, kQuantity };
+  Scan VerificaCodigoBarraEAN14(std::string_view text);
+  Scan ReadWeighed(const BarCode& code);
+  Scan ReadPackage(const BarCode& code);
+  Scan ReadRollLabel(const BarCode& code);
   /// True when it went as far as the confirmation.
-  bool LeCodigoDeBarras();
+  bool TakeScannedCode();
   void StandOnItem(host::TTIQuery& stock);
-  [[noreturn]] void RecusaLeitura(std::string_view text);
+  [[noreturn]] void RefuseScan(std::string_view text);
 
-  void RecebePeso(const Weighing& weighing);
-  void RegistraPesagem(const Weighing& weighing);
-  void ConfiguraBalanca();
-  void MostraCaptura();
-  void ImprimeEtiqueta();
-  void ImprimeEtiquetaDaBaixa(bool selected);
+  void TakeWeight(const Weighing& weighing);
+  void LogWeighing(const Weighing& weighing);
+  void SetUpScale();
+  void ShowCapture();
+  void PrintLabel();
+  void PrintLabelAfterRoll(bool selected);
 
   /// The current row of the roll list.
-  RollRow PecaSelecionada() const;
-  void ConfereEstorno();
-  void ConferePecaListada(const RollRow& roll, RollReversal::Standing standing);
+  weaving::StoredRoll SelectedRoll() const;
+  void CheckReversal();
+  void CheckListedRoll(const weaving::StoredRoll& roll, weaving::RollReversal::Standing standing);
   /// All writing of a reversal. Abort when it was refused: undone and told.
-  void EstornaPeca(const RollRow& roll, RollReversal& reversal);
-  [[noreturn]] void RecusaEstorno(const std::string& text);
+  void ReverseRoll(const weaving::StoredRoll& roll, weaving::RollReversal& reversal);
+  [[noreturn]] void RefuseReversal(const std::string& text);
   /// The lot in which the roll's fabric lies.
-  std::string LoteDoEstorno(const RollRow& roll);
+  std::string ReversalLot(const weaving::StoredRoll& roll);
 
-  std::string Ordem() const;
-  bool Existe(std::string_view table, std::string_view column, std::string_view value) const;
-  std::string Descricao(std::string_view table, std::string_view key, std::string_view code) const;
-  host::Database& Banco() const { return GetHost().GetTabela().IBDatabase(); }
-  host::Funcoes& Servicos() const { return GetHost().GetFuncoes(); }
+  std::string Order() const;
+  bool IsKnown(std::string_view table, std::string_view column, std::string_view value) const;
+  std::string DescriptionOf(std::string_view table, std::string_view key, std::string_view code) const;
+  host::Database& Db() const { return GetHost().GetTabela().IBDatabase(); }
+  host::Funcoes& Services() const { return GetHost().GetFuncoes(); }
 
   ItemClosing closing_;
-  RollRecord record_;
+  weaving::RollRecord record_;
   ScaleCapture scale_;
   std::string loaded_order_;
   std::string lot_scheme_;

@@ -1,10 +1,13 @@
 // "Confirmar": the checks of a roll, its yarn, its row.
-#include <cmath>
-
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/restored.h"
 #include "host/text.h"
+#include "weaving/average_weight.h"
+#include "weaving/parameters.h"
+#include "weaving/savepoints.h"
+#include "weaving/stock_keeping.h"
+#include "weaving/units.h"
 #include "writeoff/mov_bai_tec.h"
 
 namespace writeoff {
@@ -40,35 +43,23 @@ class YarnScreen {
   yarn::YarnWriteOff& yarn_;
 };
 
-// Half as much again as the standard roll, the half in whole kilograms.
-double HeaviestRoll(double standard) {
-  const double tolerance = host::RoundTo(host::WithoutNoise(standard / 100 * 50), 0);
-  return host::RoundTo(tolerance + standard, 3);
-}
-
-double AverageRoll(double net, double pieces) {
-  if (!(pieces > 0)) return 0;
-  const double average = net / pieces;
-  return std::isfinite(average) ? host::RoundTo(average, 3) : 0;
-}
-
 }  // namespace
 
-std::string TfmMovBaiTec::Ordem() const { return host::Trim(EdtLote.Text()); }
+std::string TfmMovBaiTec::Order() const { return host::Trim(EdtLote.Text()); }
 
-bool TfmMovBaiTec::Existe(std::string_view table, std::string_view column, std::string_view value) const {
-  return Servicos().Existe(table, column, Servicos().Aspas(value), Banco());
+bool TfmMovBaiTec::IsKnown(std::string_view table, std::string_view column, std::string_view value) const {
+  return Services().Existe(table, column, Services().Aspas(value), Db());
 }
 
-void TfmMovBaiTec::Recusa(std::string_view text, host::Control* back_to) {
+void TfmMovBaiTec::Reject(std::string_view text, host::Control* back_to) {
   Warn(text);
   if (back_to != nullptr) back_to->SetFocus();
   throw host::Abort();
 }
 
-yarn::Roll TfmMovBaiTec::CurrentRoll() const {
-  yarn::Roll roll;
-  roll.order = Ordem();
+weaving::NewRoll TfmMovBaiTec::CurrentRoll() const {
+  weaving::NewRoll roll;
+  roll.order = Order();
   roll.client = EdtFornecedor.Text();
   roll.machine = EdtMaquina.Text();
   roll.employee = EdtFunc.Text();
@@ -86,24 +77,25 @@ yarn::Roll TfmMovBaiTec::CurrentRoll() const {
 
 void TfmMovBaiTec::BtnConfirmaClick() {
   if (GetHost().GetContabil().PeriodoConciliado(EdtData.GetDate(), "IV")) throw host::Abort();
-  ConfereCampos();
-  const bool written = Quantidade() > 0 && BaixaPeca();
-  ZeraPeca();
+  CheckInputs();
+  const bool written = Quantity() > 0 && WriteOffRoll();
+  ClearRoll();
   // What follows is about the roll just written, which other stations' may have come after.
   const bool selected = written && TbRolos.FindField("ORDEM") != nullptr && TbRolos.Locate("ORDEM", {OrdemBaixa});
-  if (Servicos().BuscaParametro("MAL", 60) == "S" && selected == written) AbreDefeitos();
-  if (written && Servicos().BuscaParametro("MAL", 50) == "S") ImprimeEtiquetaDaBaixa(selected);
-  VoltaParaPesagem();
+  const weaving::Parameters parameters(Services());
+  if (parameters.DefectsAfterRoll() && selected == written) OpenDefects();
+  if (written && parameters.LabelAfterRoll()) PrintLabelAfterRoll(selected);
+  BackToWeighing();
 }
 
-void TfmMovBaiTec::ZeraPeca() {
+void TfmMovBaiTec::ClearRoll() {
   EdtQtde.SetNumber(0);
   EdtPecas.SetNumber(0);
   EdtBarra.Clear();
 }
 
 // Whatever comes of the register, the label is still to be printed and the next roll waits.
-void TfmMovBaiTec::AbreDefeitos() {
+void TfmMovBaiTec::OpenDefects() {
   try {
     Site()->Press(BtnDefeitos);
   } catch (const host::Abort&) {
@@ -113,7 +105,7 @@ void TfmMovBaiTec::AbreDefeitos() {
   }
 }
 
-void TfmMovBaiTec::VoltaParaPesagem() {
+void TfmMovBaiTec::BackToWeighing() {
   if (CbBarra.Checked()) {
     EdtBarra.SetFocus();
   } else {
@@ -121,46 +113,42 @@ void TfmMovBaiTec::VoltaParaPesagem() {
   }
 }
 
-void TfmMovBaiTec::ConfereCampos() {
-  ConfereCadastros();
+void TfmMovBaiTec::CheckInputs() {
+  CheckCodes();
   const host::Date date = EdtData.GetDate();
-  if (date.IsZero() || date > GetHost().GetClock().Today()) Recusa("Data da Baixa Inválida.", &EdtData);
-  const auto keeps_stock =
-      Servicos().Busca_Valor("MATERIAL", "CODIGO", "ESTOQUE", Servicos().Aspas(EdtCodigo.Text()), true, true);
-  if (keeps_stock.AsText() != "S") {
-    Recusa("Material não está ativo para controlar estoque. Impossível continuar.", nullptr);
-  }
+  if (date.IsZero() || date > GetHost().GetClock().Today()) Reject("Data da Baixa Inválida.", &EdtData);
+  if (!weaving::KeepsStock(Services(), EdtCodigo.Text())) Reject(weaving::kStockNotKept, nullptr);
   // Asked again: it may have been deleted at another station meanwhile.
-  if (!Existe("TECEL", "NUMERO", Ordem())) Recusa("Ordem de Tecelagem não cadastrada.", &EdtLote);
+  if (!IsKnown("TECEL", "NUMERO", Order())) Reject("Ordem de Tecelagem não cadastrada.", &EdtLote);
 }
 
-void TfmMovBaiTec::ConfereCadastros() {
-  if (!EdtMaquina.Text().empty() && !Existe("MAQUINA", "MAQUINA", EdtMaquina.Text())) {
-    Recusa("Código da Máquina Inválido.", &EdtMaquina);
+void TfmMovBaiTec::CheckCodes() {
+  if (!EdtMaquina.Text().empty() && !IsKnown("MAQUINA", "MAQUINA", EdtMaquina.Text())) {
+    Reject("Código da Máquina Inválido.", &EdtMaquina);
   }
-  if (Ordem().empty() || !Existe("TECEL", "NUMERO", Ordem())) Recusa("Lote Inválido.", &EdtLote);
-  if (!EdtFunc.Text().empty() && !Existe("PESSOAL", "CODIGO", EdtFunc.Text())) {
-    Recusa("Código do Funcionário Inválido.", &EdtFunc);
+  if (Order().empty() || !IsKnown("TECEL", "NUMERO", Order())) Reject("Lote Inválido.", &EdtLote);
+  if (!EdtFunc.Text().empty() && !IsKnown("PESSOAL", "CODIGO", EdtFunc.Text())) {
+    Reject("Código do Funcionário Inválido.", &EdtFunc);
   }
-  if (EdtCodigo.Text().empty()) Recusa("Código Inválido.", &EdtCodigo);
-  if (EdtDeposito.Text().empty() || !Existe("DEPOSITO", "CODIGO", EdtDeposito.Text())) {
-    Recusa("Depósito Inválido.", &EdtDeposito);
+  if (EdtCodigo.Text().empty()) Reject("Código Inválido.", &EdtCodigo);
+  if (EdtDeposito.Text().empty() || !IsKnown("DEPOSITO", "CODIGO", EdtDeposito.Text())) {
+    Reject("Depósito Inválido.", &EdtDeposito);
   }
 }
 
-bool TfmMovBaiTec::BaixaPeca() {
-  const double net = ConferePeso(PesoLiquido());
-  BaixaFios(net);
-  return GravaPeca(net);
+bool TfmMovBaiTec::WriteOffRoll() {
+  const double net = CheckedWeight(NetWeight());
+  ConsumeYarn(net);
+  return StoreRoll(net);
 }
 
-double TfmMovBaiTec::Quantidade() const { return host::RoundTo(EdtQtde.Number(), 3); }
+double TfmMovBaiTec::Quantity() const { return host::RoundTo(EdtQtde.Number(), 3); }
 
-double TfmMovBaiTec::Pecas() const { return host::RoundTo(EdtPecas.Number(), 1); }
+double TfmMovBaiTec::Pieces() const { return host::RoundTo(EdtPecas.Number(), 1); }
 
-double TfmMovBaiTec::PesoLiquido() {
-  const double pieces = Pecas() == 0 ? 1 : Pecas();
-  const double net = host::WithoutNoise(Quantidade() - EdtTara.Number() * pieces);
+double TfmMovBaiTec::NetWeight() {
+  const double pieces = Pieces() == 0 ? 1 : Pieces();
+  const double net = host::WithoutNoise(Quantity() - EdtTara.Number() * pieces);
   if (host::RoundTo(net, 3) == host::RoundTo(last_net_, 3)) {
     last_net_ = 0;
     Inform("Baixa já Realizada.");
@@ -170,21 +158,21 @@ double TfmMovBaiTec::PesoLiquido() {
 }
 
 // The roll's quantity as it is written off: kilograms, by weight also for what is counted or measured.
-double TfmMovBaiTec::ConferePeso(double net) {
+double TfmMovBaiTec::CheckedWeight(double net) {
   const double standard = TbItens["KgRolo"].AsFloat();
-  if (standard > 0 && AverageRoll(net, Pecas()) > HeaviestRoll(standard) &&
+  if (standard > 0 && weaving::AverageRoll(net, Pieces()) > weaving::HeaviestRoll(standard) &&
       !Confirm("Peso médio dos rolos está fora do padrão, deseja continuar?")) {
     throw host::Abort();
   }
-  if (!yarn::CountedByWeight(TbItens["Unidade"].AsText())) return net;
+  if (!weaving::CountedByWeight(TbItens["Unidade"].AsText())) return net;
   const double unit_weight = TbItens["Peso_Uni"].AsFloat();
-  if (!(unit_weight > 0)) Recusa("Peso Médio do material zerado.", nullptr);
+  if (!(unit_weight > 0)) Reject("Peso Médio do material zerado.", nullptr);
   return host::WithoutNoise(net * unit_weight);
 }
 
-void TfmMovBaiTec::BaixaFios(double net) {
+void TfmMovBaiTec::ConsumeYarn(double net) {
   // Stations take turns on an order: what is reserved and which roll comes next is read under this lock.
-  Banco().LockRow("TECEL", "NUMERO", Ordem());
+  Db().LockRow("TECEL", "NUMERO", Order());
   OrdemBaixa = 0;
   LoteBaixa.clear();
   SituacaoFios = yarn::kYarnOpen;
@@ -198,7 +186,7 @@ void TfmMovBaiTec::BaixaFios(double net) {
     yarn.ClienteMalha = EdtFornecedor.Text();
     yarn.LocalMalha = EdtLocal.Text();
     yarn.ConsultaFiosOF();
-    consumed = screen.ConsumeReserved() || EscolheFios(yarn, screen.Form());
+    consumed = screen.ConsumeReserved() || ChooseYarn(yarn, screen.Form());
   }
   if (consumed) return;
   Inform("Baixa Cancelada.");
@@ -206,8 +194,8 @@ void TfmMovBaiTec::BaixaFios(double net) {
 }
 
 // The reservations did not cover the roll: the lots used for earlier rolls, then the operator.
-bool TfmMovBaiTec::EscolheFios(yarn::YarnWriteOff& yarn, host::Screen& screen) {
-  if (Servicos().BuscaParametro("MAL", 70) != "N") {
+bool TfmMovBaiTec::ChooseYarn(yarn::YarnWriteOff& yarn, host::Screen& screen) {
+  if (weaving::Parameters::NeedsReservation(weaving::Parameters(Services()).Reservations())) {
     Inform("Lote sem reserva.");
     return false;
   }
@@ -216,15 +204,15 @@ bool TfmMovBaiTec::EscolheFios(yarn::YarnWriteOff& yarn, host::Screen& screen) {
   return SituacaoFios == yarn::kYarnConsumed;
 }
 
-bool TfmMovBaiTec::GravaPeca(double net) {
-  RollRow roll;
-  roll.order = Ordem();
+bool TfmMovBaiTec::StoreRoll(double net) {
+  weaving::StoredRoll roll;
+  roll.order = Order();
   roll.number = OrdemBaixa;
   roll.code = EdtCodigo.Text();
   roll.colour = EdtCor.Text();
   roll.date = EdtData.GetDate();
   roll.quantity = net;
-  roll.pieces = Pecas();
+  roll.pieces = Pieces();
   roll.return_note = EdtNFRet.Text();
   roll.charge_note = EdtNFCob.Text();
   roll.deposit = EdtDeposito.Text();
@@ -239,7 +227,7 @@ bool TfmMovBaiTec::GravaPeca(double net) {
   } catch (const std::exception& error) {
     // The box below makes durable what is pending: the whole roll is undone before it.
     const std::string text = error.what();
-    Banco().RollbackTo(yarn::kBeforeRoll);
+    Db().RollbackTo(weaving::kBeforeRoll);
     record_.LogFailure(roll);
     Warn("Erro na Gravação da Baixa\n" + text);
     return false;

@@ -1,26 +1,19 @@
 #include "writeoff/roll_defects.h"
 
-#include <string>
+#include "weaving/statement.h"
 
 namespace writeoff {
 
-void DefectsOfOrder(host::SqlText& sql, const host::Funcoes& funcoes, std::string_view order) {
-  const auto table = [&funcoes](std::string_view name) { return funcoes.DBLocal(name, true); };
-  sql.Add("SELECT DEF_MOV.NUMERO, DEF_MOV.ROLO, DEF_MOV.CODIGO, DEFEITO.DESCRICAO");
-  sql.Add("FROM " + table("TECELB") + " TECELB");
-  sql.Add("INNER JOIN " + table("DEF_MOV") +
-          " DEF_MOV ON ((TECELB.NUMERO = DEF_MOV.NUMERO) AND (TECELB.ORDEM = DEF_MOV.ROLO))");
-  sql.Add("LEFT JOIN " + table("DEFEITO") + " DEFEITO ON (DEFEITO.CODIGO = DEF_MOV.CODIGO)");
-  sql.Add("WHERE TECELB.NUMERO = " + funcoes.Aspas(order));
-  sql.Add("AND DEF_MOV.TIPO = 'T'");
-}
-
-void LoadDefects(host::Database& database, const host::Funcoes& funcoes, std::string_view order,
-                 host::Dataset& defects) {
-  const auto query = database.NewQuery();
-  DefectsOfOrder(query->SQL, funcoes, order);
-  query->Open();
-  defects.LoadFrom(*query);
+void LoadDefects(host::Host& host, std::string_view order, host::Dataset& defects) {
+  const auto rows = weaving::Statements(host).Open(R"(
+SELECT DEF_MOV.NUMERO, DEF_MOV.ROLO, DEF_MOV.CODIGO, DEFEITO.DESCRICAO
+FROM {TECELB} TECELB
+INNER JOIN {DEF_MOV} DEF_MOV ON ((TECELB.NUMERO = DEF_MOV.NUMERO) AND (TECELB.ORDEM = DEF_MOV.ROLO))
+LEFT JOIN {DEFEITO} DEFEITO ON (DEFEITO.CODIGO = DEF_MOV.CODIGO)
+WHERE TECELB.NUMERO = :order
+AND DEF_MOV.TIPO = 'T')",
+                                                   {{"order", order}});
+  defects.LoadFrom(*rows);
 }
 
 }  // namespace writeoff

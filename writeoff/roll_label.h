@@ -3,18 +3,13 @@
 
 #include <string_view>
 
-#include "host/database.h"
-#include "host/funcoes.h"
+#include "host/host.h"
 #include "host/kit/dataset.h"
 
 namespace writeoff {
 
 /// One row: DESC_COR, COMPOSICAO, LARGURA, GRAMATURA and BARRA of the fabric in this colour (BARRA null where no stock
-/// row has one), and UNIDADE, that of the roll's quantity.
-void FabricOfLabel(host::SqlText& sql, const host::Funcoes& funcoes, std::string_view code, std::string_view colour);
-
-/// Puts the result of FabricOfLabel into the dataset. Throws DatabaseError; the dataset is then as it was.
-void LoadFabricOfLabel(host::Database& database, const host::Funcoes& funcoes, std::string_view code,
-                       std::string_view colour, host::Dataset& fabric);
+/// row has one), and UNIDADE, that of the roll's quantity. Throws DatabaseError; the dataset is then as it was.
+void LoadFabricOfLabel(host::Host& host, std::string_view code, std::string_view colour, host::Dataset& fabric);
 
 }  // namespace writeoff

@@ -1,12 +1,12 @@
+// The yarn screen: its components, what it asks of the operator, and what the operator may do.
 #include "yarn/mov_bai_fio.h"
-
-#include <algorithm>
-#include <utility>
 
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/kit/columns.h"
 #include "host/text.h"
+#include "weaving/parameters.h"
+#include "weaving/stock_lot.h"
 
 namespace yarn {
 namespace {
@@ -14,12 +14,9 @@ namespace {
 using host::FieldDef;
 using host::FieldType;
 
-// A remainder up to this is forgiven.
-constexpr double kForgiven = 0.01;
+constexpr const char* kReservedByOthers = "Quantidade reservada. Impossível continuar.";
 // How much a typed quantity may exceed the computed one before the operator is asked, in percent of the latter.
 constexpr double kMostPercent = 110;
-// As wide as the stock's own column: a lot code cut here would name another lot.
-constexpr std::size_t kLotWidth = 32;
 
 std::vector<FieldDef> ConsumptionFields() {
   return {{"Codigo", FieldType::kText, 15, {}, "Código"},
@@ -35,7 +32,7 @@ std::vector<FieldDef> StockFields() {
           {"Descricao", FieldType::kText, 50, {}, "Descrição"},
           {"Cor", FieldType::kText, 6},
           {"Deposito", FieldType::kText, 6, {}, "Depósito"},
-          {"Lote", FieldType::kText, kLotWidth},
+          {"Lote", FieldType::kText, weaving::kLotWidth},
           {"Qtde", FieldType::kFloat, 0, "0.000"},
           {"Qtde_B", FieldType::kFloat, 0, "0.000", "Qtde. B"},
           {"Reservadas", FieldType::kFloat, 0, "0.000"},
@@ -53,8 +50,6 @@ std::vector<host::GridColumn> ConsumptionColumns() {
           host::ShownColumn("Cor", "Cor", 6), wanted};
 }
 
-double Rounded(const host::Dataset& rows, std::string_view field) { return host::RoundTo(rows[field].AsFloat(), 3); }
-
 }  // namespace
 
 TFmMovBaiFio::TFmMovBaiFio(host::Host& host)
@@ -65,12 +60,13 @@ TFmMovBaiFio::TFmMovBaiFio(host::Host& host)
       EdtDeposito(*this, "EdtDeposito", "Depósito", host::EditKind::kText, 6),
       LblDeposito(*this, "LblDeposito"),
       PqDeposito(*this, "PqDeposito", "DEPOSITO", "CODIGO"),
-      EdtLote(*this, "EdtLote", "Lote", host::EditKind::kText, kLotWidth),
+      EdtLote(*this, "EdtLote", "Lote", host::EditKind::kText, weaving::kLotWidth),
       PqLote(*this, "PqLote", "MAT_ITEN", "LOTE"),
       GrdEstoque(*this, "GrdEstoque", TbEst, {}),
       CbTodos(*this, "CbTodos", "Usar para todas baixas"),
       BitBtn1(*this, "BitBtn1", "Baixar", [this] { BitBtn1Click(); }),
-      BitBtn2(*this, "BitBtn2", "Cancelar", [this] { BitBtn2Click(); }) {
+      BitBtn2(*this, "BitBtn2", "Cancelar", [this] { BitBtn2Click(); }),
+      consumption_(host) {
   GrdConsumos.SetCaption("Consumos");
   GrdEstoque.SetCaption("Estoque");
   GrdEstoque.SetReadOnly(true);
@@ -80,6 +76,9 @@ TFmMovBaiFio::TFmMovBaiFio(host::Host& host)
   CbTodos.OnClick = [this] { CbTodosClick(); };
 
   TbBaixa.BeforePost = [this] { TbBaixaBeforePost(); };
+  TbBaixa.AfterPost = [this] {
+    if (!loading_) TakeOverWanted();
+  };
   // What a roll consumes is computed; the operator may change quantities only.
   TbBaixa.AfterInsert = [this] {
     if (loading_) return;
@@ -98,7 +97,7 @@ TFmMovBaiFio::TFmMovBaiFio(host::Host& host)
     LblDeposito.SetText(
         code.empty()
             ? std::string()
-            : Servicos().Busca_Valor("DEPOSITO", "CODIGO", "DESCRICAO", Servicos().Aspas(code), true, true).AsText());
+            : Services().Busca_Valor("DEPOSITO", "CODIGO", "DESCRICAO", Services().Aspas(code), true, true).AsText());
   };
   EdtDeposito.OnExit = [this] { FiltraFio(); };
   PqDeposito.OnFechaPesquisa = [this] {
@@ -127,11 +126,11 @@ void TFmMovBaiFio::SetOpener(YarnWriteOffOpener* opener) {
 }
 
 void TFmMovBaiFio::FormCreate() {
-  ParamReserva = Servicos().BuscaParametro("MAL", 70);
-  ColunasDoEstoque();
+  ParamReserva = weaving::Parameters(Services()).Reservations();
+  ShowStockColumns();
 }
 
-void TFmMovBaiFio::ColunasDoEstoque() {
+void TFmMovBaiFio::ShowStockColumns() {
   std::vector<host::GridColumn> columns = {host::ShownColumn("Codigo", "Código", 12),
                                            host::ShownColumn("Descricao", "Descrição", 22),
                                            host::ShownColumn("Cor", "Cor", 6),
@@ -147,18 +146,8 @@ void TFmMovBaiFio::ColunasDoEstoque() {
   GrdEstoque.SetColumns(columns);
 }
 
-Roll TFmMovBaiFio::PecaAtual() const {
-  Roll roll = opener_->CurrentRoll();
-  roll.client = ClienteMalha;
-  return roll;
-}
-
-LotKey TFmMovBaiFio::LoteAtual() const {
-  return {TbEst["Codigo"].AsText(), TbEst["Cor"].AsText(), TbEst["Deposito"].AsText(), TbEst["Lote"].AsText()};
-}
-
 void TFmMovBaiFio::FiltraFio() {
-  const host::Funcoes& funcoes = Servicos();
+  const host::Funcoes& funcoes = Services();
   const std::string code = funcoes.Aspas(TbBaixa["Codigo"].AsText());
   const std::string colour = funcoes.Aspas(TbBaixa["Cor"].AsText());
   const std::string deposit = host::Trim(EdtDeposito.Text());
@@ -191,7 +180,7 @@ bool TFmMovBaiFio::FormKeyDown(host::Key key) {
 std::vector<host::KeyHint> TFmMovBaiFio::KeyHints() const { return {{host::Key::kF6, "Consumos/Estoque"}}; }
 
 void TFmMovBaiFio::BitBtn1Click() {
-  Baixa();
+  TakeFromLot();
   // The button is disabled again; what is still wanted is seen next.
   if (!CloseRequested()) GrdConsumos.SetFocus();
 }
@@ -216,33 +205,30 @@ void TFmMovBaiFio::TbBaixaBeforePost() {
 
 // --- taking from a lot -------------------------------------------------------------------------------------------
 
-bool TFmMovBaiFio::Baixa() {
+bool TFmMovBaiFio::TakeFromLot() {
   if (TbBaixa.IsEmpty() || TbEst.IsEmpty()) return false;
-  bool refused = false;
-  const double quantity = QuantidadeABaixar(refused);
-  if (refused) return false;
-
-  const LotKey lot = LoteAtual();
-  const host::Value before_taken = TbEst["Qtde_B"].Get();
-  const host::Value before_held = TbEst["Qtde"].Get();
-  const auto set_lot = [this](const host::Value& taken, const host::Value& held) {
-    TbEst.Edit();
-    TbEst["Qtde_B"].Set(taken);
-    TbEst["Qtde"].Set(held);
-    TbEst.Post();
-  };
-  set_lot(host::RoundTo(Rounded(TbEst, "Qtde_B") + quantity, 3), host::RoundTo(Rounded(TbEst, "Qtde") - quantity, 3));
+  const std::size_t need = CurrentNeed();
+  const std::size_t lot = CurrentLot();
+  const auto quantity = consumption_.Free(need, lot);
+  if (!quantity) {
+    Inform(kReservedByOthers);
+    return false;
+  }
+  const weaving::YarnNeed need_before = consumption_.Needs()[need];
+  const weaving::YarnLot lot_before = consumption_.Lots()[lot];
   const std::size_t line = TbBaixa.CurrentId();
+  consumption_.Take(need, lot, *quantity);
+  ShowLot(lot);
   try {
-    BaixaDoConsumo(quantity);
+    ShowNeed(need);
   } catch (const host::Abort&) {
-    set_lot(before_taken, before_held);
+    consumption_.PutBack(need, need_before, lot, lot_before);
+    ShowLot(lot);
     throw;
   }
-  if (CbTodos.Checked()) LembraLote(lot);
-  if (BaixaAutomatica) return true;
-  if (!SobraConsumo()) {
-    ConcluiBaixa();
+  if (CbTodos.Checked()) RememberLot(lot_before.lot);
+  if (consumption_.Covered()) {
+    Conclude();
     return true;
   }
   if (TbBaixa.CurrentId() != line) FiltraFio();
@@ -250,30 +236,7 @@ bool TFmMovBaiFio::Baixa() {
   return true;
 }
 
-double TFmMovBaiFio::QuantidadeABaixar(bool& refused) {
-  const double wanted = Rounded(TbBaixa, "Qtde");
-  if (BaixaAutomatica) return std::min(wanted, host::RoundTo(QtdeReservada, 3));
-  const double held = Rounded(TbEst, "Qtde");
-  const double reserved = Rounded(TbEst, "Reservadas");
-  if (held <= reserved) {
-    Inform("Quantidade reservada. Impossível continuar.");
-    refused = true;
-    return 0;
-  }
-  return std::min(wanted, host::RoundTo(held - reserved, 3));
-}
-
-void TFmMovBaiFio::BaixaDoConsumo(double quantity) {
-  const double left = host::RoundTo(Rounded(TbBaixa, "Qtde") - quantity, 3);
-  const double original = host::RoundTo(Rounded(TbBaixa, "Qt_Orig") - quantity, 3);
-  const bool done = left <= kForgiven;
-  TbBaixa.Edit();
-  TbBaixa["Qtde"].Set(done ? 0 : left);
-  TbBaixa["Qt_Orig"].Set(done ? 0 : original);
-  TbBaixa.Post();
-}
-
-void TFmMovBaiFio::LembraLote(const LotKey& lot) {
+void TFmMovBaiFio::RememberLot(const weaving::StockLot& lot) {
   host::Dataset& lots = opener_->RememberedLots();
   if (lots.Locate("Codigo;Cor;Lote;Deposito", {lot.code, lot.colour, lot.lot, lot.deposit})) return;
   lots.Append();
@@ -284,118 +247,42 @@ void TFmMovBaiFio::LembraLote(const LotKey& lot) {
   lots.Post();
 }
 
-bool TFmMovBaiFio::SobraConsumo() const {
-  for (host::DatasetCursor line(TbBaixa); !line.Eof(); line.Next()) {
-    if (line.FieldByName("Qtde").AsFloat() > 0) return true;
-  }
-  return false;
-}
-
-// The end of every way to consume. In the operator's hands the program has waited, so that another station may have
-// had its turn on the order: the roll's number is read under a new lock. Whatever happens the screen has done its work:
-// its lists are used up.
-void TFmMovBaiFio::ConcluiBaixa() {
-  try {
-    if (!BaixaAutomatica) Banco().LockRow("TECEL", "NUMERO", opener_->CurrentRoll().order);
-    const int ordem = ProximaPeca();
-    MovimentaEstoque(ordem);
-    opener_->OrdemBaixa = ordem;
-    opener_->SituacaoFios = kYarnConsumed;
-  } catch (...) {
-    Close();
-    throw;
-  }
-  Close();
-}
-
-int TFmMovBaiFio::ProximaPeca() {
-  const auto query = Banco().NewQuery();
-  query->SQL.Add("SELECT MAX(ORDEM) ORDEM FROM " + Servicos().DBLocal("TECELB", true) +
-                 " WHERE NUMERO = " + Servicos().Aspas(opener_->CurrentRoll().order));
-  query->Open();
-  return static_cast<int>(query->FieldByName("ORDEM").AsInteger()) + 1;
-}
-
 // --- without the operator ----------------------------------------------------------------------------------------
 
 bool TFmMovBaiFio::BaixaFiosReservados() {
-  TbBaixa.SetFiltered(false);
-  for (TbBaixa.First(); !TbBaixa.Eof(); TbBaixa.Next()) {
-    FiltraFio();  // a filter by code alone would offer the lots of another colour
-    BaixaLinhaReservada();
+  const weaving::FromReserved taken = consumption_.TakeReserved();
+  if (taken.reserved) {
+    QtdeReservada = *taken.reserved;
+    CbTodos.SetChecked(false);
+    CbTodos.SetEnabled(false);
   }
-  TbBaixa.SetFiltered(true);
+  ShowTaken();
   TbBaixa.First();  // where the operator goes on
   FiltraFio();
-  if (SobraConsumo()) return false;
-  ConcluiBaixa();
+  if (!taken.covered) return false;
+  Conclude();
   return true;
 }
 
-void TFmMovBaiFio::BaixaLinhaReservada() {
-  for (TbEst.First(); !TbEst.Eof() && TbBaixa["Qtde"].AsFloat() > 0; TbEst.Next()) {
-    const double reserved = QtdeDaReserva(LoteAtual());
-    if (!(reserved > 0) || TbEst["Qtde"].AsFloat() < reserved) continue;
-    CbTodos.SetChecked(false);
-    CbTodos.SetEnabled(false);
-    QtdeReservada = reserved;
-    Baixa();
-  }
-}
-
-double TFmMovBaiFio::QtdeDaReserva(const LotKey& lot) {
-  const auto query = Banco().NewQuery();
-  ReservedOfLot(query->SQL, Servicos(), opener_->CurrentRoll().order, lot);
-  query->Open();
-  return query->IsEmpty() ? 0 : query->FieldByName("QTDE").AsFloat();
-}
-
 bool TFmMovBaiFio::BaixaFiosLembrados() {
+  const std::size_t stood_on = CurrentNeed();
+  const weaving::FromRemembered served = consumption_.TakeRemembered(RememberedLots());
+  ShowTaken();
+  StandFrom(served.need.value_or(stood_on));
+  FiltraFio();
+  if (served.stopped == weaving::Stopped::kOfOthers) Inform(kReservedByOthers);
+  if (served.stopped != weaving::Stopped::kCovered) return false;
+  Conclude();
+  return true;
+}
+
+std::vector<weaving::StockLot> TFmMovBaiFio::RememberedLots() const {
+  std::vector<weaving::StockLot> lots;
   for (host::DatasetCursor at(opener_->RememberedLots()); !at.Eof(); at.Next()) {
-    const LotKey lot = {at.FieldByName("Codigo").AsText(), at.FieldByName("Cor").AsText(),
-                        at.FieldByName("Deposito").AsText(), at.FieldByName("Lote").AsText()};
-    switch (BaixaLoteLembrado(lot)) {
-      case Lembrado::kConcluido:
-        return true;
-      case Lembrado::kPara:
-        return false;
-      case Lembrado::kSegue:
-        break;
-    }
+    lots.push_back({at.FieldByName("Codigo").AsText(), at.FieldByName("Cor").AsText(),
+                    at.FieldByName("Deposito").AsText(), at.FieldByName("Lote").AsText()});
   }
-  return false;
-}
-
-TFmMovBaiFio::Lembrado TFmMovBaiFio::BaixaLoteLembrado(const LotKey& lot) {
-  bool known = false;
-  const std::vector<std::size_t> lines = LinhasDoFio(lot, known);
-  if (!known) return Lembrado::kPara;
-  for (const std::size_t line : lines) {
-    if (!TbBaixa.GoToId(line)) continue;
-    FiltraFio();
-    if (!TbEst.Locate("Codigo;Cor;Lote;Deposito", {lot.code, lot.colour, lot.lot, lot.deposit})) return Lembrado::kPara;
-    if (Rounded(TbEst, "Qtde") < Rounded(TbBaixa, "Qtde")) return Lembrado::kPara;
-    if (!Baixa()) return Lembrado::kPara;
-    if (opener_->SituacaoFios == kYarnConsumed) return Lembrado::kConcluido;
-  }
-  return Lembrado::kSegue;
-}
-
-// The lines of the lot's yarn that still want something. `known`: the roll consumes that yarn at all.
-std::vector<std::size_t> TFmMovBaiFio::LinhasDoFio(const LotKey& lot, bool& known) const {
-  for (host::DatasetCursor line(TbBaixa); !line.Eof(); line.Next()) {
-    known =
-        known || (line.FieldByName("Codigo").AsText() == lot.code && line.FieldByName("Cor").AsText() == lot.colour);
-  }
-  constexpr std::size_t k_code = 0;  // positions in ConsumptionFields
-  constexpr std::size_t k_colour = 2;
-  std::vector<std::size_t> lines;
-  for (std::size_t at = 1; at <= TbBaixa.RecordCount(); ++at) {
-    if (TbBaixa.ValueAt(at, k_code).AsText() != lot.code || TbBaixa.ValueAt(at, k_colour).AsText() != lot.colour)
-      continue;
-    lines.push_back(TbBaixa.IdAt(at));
-  }
-  return lines;
+  return lots;
 }
 
 }  // namespace yarn

@@ -1,17 +1,14 @@
-// The yarn write-off of a roll: what it consumes, from which lots, by itself or by the operator's choice.
+// The yarn write-off of a roll as an operator sees it: what the roll consumes, the lots that hold it, and the choice
+// between them. What is consumed and written is worked out by weaving/roll_consumption.h and weaving/roll_writing.h.
 #pragma once
 
 #include <cstddef>
-#include <exception>
-#include <map>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/kit/screen.h"
-#include "yarn/consumption_queries.h"
-#include "yarn/fabric_entry.h"
-#include "yarn/yarn_movements.h"
+#include "weaving/roll_consumption.h"
+#include "weaving/roll_writing.h"
 #include "yarn/yarn_write_off.h"
 
 namespace yarn {
@@ -40,14 +37,15 @@ class TFmMovBaiFio : public host::Screen, public YarnWriteOff {
   void CbTodosClick();
   /// Writes all of roll `ordem`. Abort when it failed: undone and told.
   void MovimentaEstoque(int ordem);
-  /// The fabric of roll `ordem` into stock; as MovimentaEstoque.
+  /// The fabric of roll `ordem` into stock, and its lot handed back; as MovimentaEstoque.
   void EntradaMalha(int ordem);
+  /// Brings back the yarn of roll `ordem`. Throws DatabaseError.
   void VoltaFiosExcecao(int ordem);
   void TbBaixaBeforePost();
 
-  std::string ParamReserva;
-  bool UsaFornecedorLote = false;
-  double QtdeReservada = 0;
+  std::string ParamReserva;        // weaving::Parameters::Reservations
+  bool UsaFornecedorLote = false;  // the supplier stands beside each lot
+  double QtdeReservada = 0;        // of the lot that BaixaFiosReservados took from last
 
   host::Dataset TbBaixa;
   host::Dataset TbEst;
@@ -63,44 +61,38 @@ class TFmMovBaiFio : public host::Screen, public YarnWriteOff {
   host::Button BitBtn2;
 
  private:
+  // --- the two lists
+  void ShowNeeds();
+  void ShowTaken();
+  void ShowNeed(std::size_t need);
+  void ShowLot(std::size_t lot);
+  /// What the operator typed is what is wanted.
+  void TakeOverWanted();
+  /// Stands on the first need from this one on that still wants something, or on the last one that does.
+  void StandFrom(std::size_t need);
+  void ShowStockColumns();
+  std::size_t CurrentNeed() const;
+  std::size_t CurrentLot() const;
+
   /// Takes the current line from the current lot; false when nothing could be taken.
-  bool Baixa();
-  double QuantidadeABaixar(bool& refused);
-  void BaixaDoConsumo(double quantity);
-  void LembraLote(const LotKey& lot);
-  bool SobraConsumo() const;
-  void ConcluiBaixa();
-  int ProximaPeca();
-  /// Takes the current line from its reserved lots.
-  void BaixaLinhaReservada();
-  double QtdeDaReserva(const LotKey& lot);
-  enum class Lembrado { kSegue, kPara, kConcluido };
-  Lembrado BaixaLoteLembrado(const LotKey& lot);
-  std::vector<std::size_t> LinhasDoFio(const LotKey& lot, bool& known) const;
+  bool TakeFromLot();
+  void RememberLot(const weaving::StockLot& lot);
+  std::vector<weaving::StockLot> RememberedLots() const;
+  /// The end of every way to consume: the roll is written and the screen has done its work.
+  void Conclude();
 
-  void CarregaConsumos();
-  bool CarregaDasReservas();
-  void CarregaDaComposicao();
-  void AcrescentaConsumos(host::TTIQuery& query);
-  bool NadaEmAberto();
-  std::string FornecedorDoLote(const std::string& lot);
-  void ColunasDoEstoque();
+  weaving::NewRoll CurrentRoll() const;
+  weaving::RollWriting Writing(int number) const { return {GetHost(), CurrentRoll(), number}; }
+  /// Tells what failed, closes, ends the action.
+  [[noreturn]] void GiveUp(const weaving::RollFailed& failure);
 
-  void BaixaLotes(const Roll& roll, int ordem);
-  YarnMovements Movimentos(const Roll& roll, int ordem);
-  Roll PecaAtual() const;
-  std::string LoteDaPeca(const Roll& roll, int ordem);
-  YarnCost CustoDosFios() const;
-  /// The last part of every failure, after all else was undone: brings the yarn back, tells, closes, ends the action.
-  [[noreturn]] void Desiste(int ordem, std::string_view step, const std::string& log, const std::exception& error);
-
-  LotKey LoteAtual() const;
-  host::Database& Banco() const { return GetHost().GetTabela().IBDatabase(); }
-  host::Funcoes& Servicos() const { return GetHost().GetFuncoes(); }
+  host::Funcoes& Services() const { return GetHost().GetFuncoes(); }
 
   YarnWriteOffOpener* opener_ = nullptr;
+  weaving::RollConsumption consumption_;
+  std::vector<std::size_t> need_rows_;  // rows of TbBaixa by need
+  std::vector<std::size_t> lot_rows_;   // rows of TbEst by lot; 0 for one that is not shown
   bool loading_ = false;
-  std::map<std::string, std::string> suppliers_;  // names by code, for the lots being listed
 };
 
 }  // namespace yarn

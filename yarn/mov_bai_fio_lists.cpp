@@ -1,19 +1,12 @@
 // The two lists of the yarn screen: what the roll consumes, and the lots that hold it.
-#include "host/decimal.h"
+#include <algorithm>
+
 #include "host/errors.h"
 #include "host/restored.h"
-#include "host/text.h"
+#include "weaving/parameters.h"
 #include "yarn/mov_bai_fio.h"
 
 namespace yarn {
-namespace {
-
-// A lot's code begins with its supplier's.
-constexpr std::size_t kSupplierWidth = 5;
-// Prices are kept with four decimals.
-constexpr int kPriceDecimals = 4;
-
-}  // namespace
 
 void TFmMovBaiFio::ConsultaFiosOF() {
   {
@@ -21,10 +14,10 @@ void TFmMovBaiFio::ConsultaFiosOF() {
     TbBaixa.SetFiltered(false);
     TbBaixa.Empty();
     TbEst.Empty();
-    suppliers_.clear();
-    UsaFornecedorLote = Servicos().BuscaParametro("COM", 80) == "F";
-    ColunasDoEstoque();
-    if (opener_ != nullptr) CarregaConsumos();
+    consumption_.Clear();
+    UsaFornecedorLote = weaving::Parameters(Services()).LotsNameSuppliers();
+    ShowStockColumns();
+    if (opener_ != nullptr) ShowNeeds();
     TbBaixa.SetFilter("qtde > 0");
     TbBaixa.SetFiltered(true);
     TbBaixa.First();
@@ -33,93 +26,115 @@ void TFmMovBaiFio::ConsultaFiosOF() {
   FiltraFio();
 }
 
-void TFmMovBaiFio::CarregaConsumos() {
-  const auto items = Banco().NewQuery();
-  ItemsOfOrder(items->SQL, Servicos(), opener_->CurrentRoll().order);
-  items->Open();
-  const bool by_reservation = items->RecordCount() == 1 && ParamReserva == "S";
-  if (!by_reservation || !CarregaDasReservas()) CarregaDaComposicao();
-}
-
-// False when the order has nothing reserved that the roll could consume.
-bool TFmMovBaiFio::CarregaDasReservas() {
-  const auto query = Banco().NewQuery();
-  ConsumptionFromReservations(query->SQL, Servicos(), opener_->CurrentRoll().order, QtdeMalha);
+void TFmMovBaiFio::ShowNeeds() {
   try {
-    query->Open();
-  } catch (const host::DatabaseError&) {
-    if (!NadaEmAberto()) throw;
-    Refuse(
-        "O item já foi baixado por inteiro e ainda tem fios reservados. Use \"Considerar Reserva como baixada\" para "
-        "liberar a reserva.");
+    consumption_.List(CurrentRoll(), {.from_reservations = weaving::Parameters::ConsumesReservations(ParamReserva),
+                                      .merged = CbTodos.Checked(),
+                                      .name_suppliers = UsaFornecedorLote});
+  } catch (const weaving::NothingOpen& refusal) {
+    Refuse(refusal.what());
   }
-  if (query->IsEmpty()) return false;
-  AcrescentaConsumos(*query);
-  return true;
-}
-
-bool TFmMovBaiFio::NadaEmAberto() {
-  const auto query = Banco().NewQuery();
-  query->SQL.Add("SELECT QTDE - QTDE_B AS ABERTO FROM " + Servicos().DBLocal("TECEL_ITEN", true) +
-                 " WHERE NUMERO = " + Servicos().Aspas(opener_->CurrentRoll().order));
-  query->Open();
-  return !query->IsEmpty() && query->FieldByName("ABERTO").AsFloat() == 0;
-}
-
-void TFmMovBaiFio::CarregaDaComposicao() {
-  const auto query = Banco().NewQuery();
-  ConsumptionFromComposition(query->SQL, Servicos(), MaterialMalha, CorMalha, QtdeMalha, CbTodos.Checked());
-  query->Open();
-  AcrescentaConsumos(*query);
-}
-
-void TFmMovBaiFio::AcrescentaConsumos(host::TTIQuery& query) {
-  for (; !query.Eof(); query.Next()) {
+  need_rows_.assign(consumption_.Needs().size(), 0);
+  lot_rows_.assign(consumption_.Lots().size(), 0);
+  for (std::size_t need = 0; need < need_rows_.size(); ++need) {
+    const weaving::YarnNeed& yarn = consumption_.Needs()[need];
     TbBaixa.Append();
-    TbBaixa["Codigo"].Set(query.FieldByName("CODIGO"));
-    TbBaixa["Descricao"].Set(query.FieldByName("DESCRICAO"));
-    TbBaixa["Cor"].Set(query.FieldByName("COR"));
-    TbBaixa["Qtde"].Set(query.FieldByName("QTDE"));
-    TbBaixa["Qt_Orig"].Set(query.FieldByName("QTDE"));
-    TbBaixa["Perc"].Set(query.FieldByName("PERC"));
+    need_rows_[need] = TbBaixa.CurrentId();
+    TbBaixa["Codigo"].Set(yarn.yarn);
+    TbBaixa["Descricao"].Set(yarn.description);
+    TbBaixa["Cor"].Set(yarn.colour);
+    TbBaixa["Qtde"].Set(yarn.wanted);
+    TbBaixa["Qt_Orig"].Set(yarn.computed);
+    TbBaixa["Perc"].Set(yarn.share);
     TbBaixa.Post();
     ConsultaEstoque();
   }
 }
 
 void TFmMovBaiFio::ConsultaEstoque() {
-  const std::string code = TbBaixa["Codigo"].AsText();
-  const std::string colour = TbBaixa["Cor"].AsText();
+  if (TbBaixa.IsEmpty()) return;
   const bool filtered = TbEst.Filtered();
   TbEst.SetFiltered(false);
-  const bool listed = TbEst.Locate("Codigo;Cor", {code, colour});
+  const bool listed = TbEst.Locate("Codigo;Cor", {TbBaixa["Codigo"].AsText(), TbBaixa["Cor"].AsText()});
   TbEst.SetFiltered(filtered);
   if (listed) return;
 
-  const auto query = Banco().NewQuery();
-  StockOfYarn(query->SQL, Servicos(), opener_->CurrentRoll().order, code, colour);
-  query->Open();
-  for (; !query->Eof(); query->Next()) {
+  for (const std::size_t at : consumption_.LotsOf(CurrentNeed())) {
+    const weaving::YarnLot& yarn = consumption_.Lots()[at];
     TbEst.Append();
-    for (const char* field :
-         {"Codigo", "Descricao", "Cor", "Deposito", "Lote", "Qtde", "Reservadas", "DescDep", "Local"}) {
-      TbEst[field].Set(query->FieldByName(field));
-    }
-    TbEst["Qtde_B"].Set(0.0);
-    TbEst["Preco"].Set(host::RoundTo(query->FieldByName("PRECO_MED").AsFloat(), kPriceDecimals));
-    TbEst["Custo_Imp"].Set(query->FieldByName("CUSTO").AsFloat() * (TbBaixa["Perc"].AsFloat() / 100));
-    if (UsaFornecedorLote) TbEst["Fornecedor"].Set(FornecedorDoLote(query->FieldByName("LOTE").AsText()));
+    lot_rows_[at] = TbEst.CurrentId();
+    TbEst["Codigo"].Set(yarn.lot.code);
+    TbEst["Descricao"].Set(yarn.description);
+    TbEst["Cor"].Set(yarn.lot.colour);
+    TbEst["Deposito"].Set(yarn.lot.deposit);
+    TbEst["Lote"].Set(yarn.lot.lot);
+    TbEst["Qtde"].Set(yarn.held);
+    TbEst["Qtde_B"].Set(yarn.taken);
+    if (yarn.reserved) TbEst["Reservadas"].Set(*yarn.reserved);
+    TbEst["Preco"].Set(yarn.price);
+    TbEst["DescDep"].Set(yarn.deposit_name);
+    TbEst["Local"].Set(yarn.place);
+    if (UsaFornecedorLote) TbEst["Fornecedor"].Set(yarn.supplier);
+    TbEst["Custo_Imp"].Set(yarn.import_cost);
     TbEst.Post();
   }
 }
 
-// The lots of one supplier stand together in a list; its name is asked for once.
-std::string TFmMovBaiFio::FornecedorDoLote(const std::string& lot) {
-  const std::string code = host::Left(lot, kSupplierWidth);
-  const auto found = suppliers_.find(code);
-  if (found != suppliers_.end()) return found->second;
-  return suppliers_[code] =
-             Servicos().Busca_Valor("ENTIDADE", "CODCLI", "NOME", Servicos().Aspas(code), true, true).AsText();
+std::size_t TFmMovBaiFio::CurrentNeed() const {
+  const auto row = std::find(need_rows_.begin(), need_rows_.end(), TbBaixa.CurrentId());
+  return static_cast<std::size_t>(row - need_rows_.begin());
+}
+
+std::size_t TFmMovBaiFio::CurrentLot() const {
+  const auto row = std::find(lot_rows_.begin(), lot_rows_.end(), TbEst.CurrentId());
+  return static_cast<std::size_t>(row - lot_rows_.begin());
+}
+
+// All at once, as the lots were chosen without the operator.
+void TFmMovBaiFio::ShowTaken() {
+  const host::Restored<bool> loading(loading_, true);
+  TbBaixa.SetFiltered(false);
+  TbEst.SetFiltered(false);
+  for (std::size_t need = 0; need < need_rows_.size(); ++need) ShowNeed(need);
+  for (std::size_t lot = 0; lot < lot_rows_.size(); ++lot) {
+    if (consumption_.Lots()[lot].taken > 0) ShowLot(lot);
+  }
+  TbBaixa.SetFiltered(true);
+}
+
+void TFmMovBaiFio::ShowNeed(std::size_t need) {
+  TbBaixa.GoToId(need_rows_[need]);
+  TbBaixa.Edit();
+  TbBaixa["Qtde"].Set(consumption_.Needs()[need].wanted);
+  TbBaixa["Qt_Orig"].Set(consumption_.Needs()[need].computed);
+  TbBaixa.Post();
+}
+
+void TFmMovBaiFio::ShowLot(std::size_t lot) {
+  TbEst.GoToId(lot_rows_[lot]);
+  TbEst.Edit();
+  TbEst["Qtde_B"].Set(consumption_.Lots()[lot].taken);
+  TbEst["Qtde"].Set(consumption_.Lots()[lot].held);
+  TbEst.Post();
+}
+
+// Every row: the one just posted may have left the view.
+void TFmMovBaiFio::TakeOverWanted() {
+  std::size_t need = 0;
+  for (host::DatasetCursor line(TbBaixa); !line.Eof(); line.Next()) {
+    consumption_.SetWanted(need++, line.FieldByName("Qtde").AsFloat());
+  }
+}
+
+void TFmMovBaiFio::StandFrom(std::size_t need) {
+  const std::vector<weaving::YarnNeed>& needs = consumption_.Needs();
+  std::size_t at = need;
+  while (at < needs.size() && !(needs[at].wanted > 0)) ++at;
+  if (at == needs.size()) {
+    TbBaixa.Last();
+  } else {
+    TbBaixa.GoToId(need_rows_[at]);
+  }
 }
 
 }  // namespace yarn

@@ -3,49 +3,24 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
-#include "host/date.h"
 #include "host/kit/dataset.h"
+#include "weaving/roll.h"
 
 namespace yarn {
-
-/// Marked before the first statement that a roll writes. Whoever fails while writing the rest of the roll goes back
-/// there.
-inline constexpr std::string_view kBeforeRoll = "ANTES_DA_PECA";
 
 /// Values of SituacaoFios.
 inline constexpr int kYarnOpen = 0;       // nothing decided yet
 inline constexpr int kYarnConsumed = 1;   // yarn out, fabric in
 inline constexpr int kYarnCancelled = 2;  // given up by the operator
 
-/// Items counted or measured: written off in kilograms by their unit weight, in stock by piece or metre. `unit` in
-/// capitals.
-inline bool CountedByWeight(std::string_view unit) { return unit == "PC" || unit == "UN" || unit == "MT"; }
-
-/// The roll as the write-off screen shows it.
-struct Roll {
-  std::string order;
-  std::string client;  // the knitting mill
-  std::string machine;
-  std::string employee;
-  std::string deposit;
-  host::Date date;
-  std::string unit;        // of the order's item, in capitals
-  double unit_weight = 0;  // kilograms per piece or metre
-  std::string sales_order;
-  std::string return_note;
-  std::string lot_scheme;
-  bool bar_code_ticked = false;
-  std::string bar_code;
-};
-
 /// What the yarn screen asks of the screen that opened it.
 class YarnWriteOffOpener {
  public:
   virtual ~YarnWriteOffOpener() = default;
 
-  virtual Roll CurrentRoll() const = 0;
+  /// The roll but for what is handed to the yarn screen by name (fabric, colour, kilograms, client, place).
+  virtual weaving::NewRoll CurrentRoll() const = 0;
   /// Lots to use again for later rolls of the same order: fields Codigo, Cor, Lote, Deposito.
   virtual host::Dataset& RememberedLots() = 0;
 
@@ -65,7 +40,7 @@ class YarnWriteOff {
   std::string CorMalha;
   std::string ClienteMalha;
   std::string LocalMalha;        // place, for every movement of this roll
-  bool BaixaAutomatica = false;  // set by the opener around BaixaFiosReservados
+  bool BaixaAutomatica = false;  // set by the opener, which holds the order, around BaixaFiosReservados
 
   /// The opener is lent; the screen begins anew for it, without what a person typed or ticked there before. Null takes
   /// the opener off and never throws.

@@ -327,7 +327,7 @@ TEST_F(Defects, GoWithTheirRollAndAreListedForLabels) {
   mill_.Insert("DEF_MOV", {{"NUMERO", kOrder}, {"ARTIGO", "F1"}, {"ROLO", 1}, {"TIPO", "D"}, {"CODIGO", "FURO"}});
   mill_.Insert("DEF_MOV", {{"NUMERO", kOrder}, {"ARTIGO", "F1"}, {"ROLO", 2}, {"TIPO", "T"}, {"CODIGO", "X"}});
   host::Dataset& listed = mill_.Data(Screen(), "QryDefeitos");
-  writeoff::LoadDefects(mill_.Db(), mill_.App().GetFuncoes(), kOrder, listed);
+  writeoff::LoadDefects(mill_.App(), kOrder, listed);
   Briefs rows;
   for (listed.First(); !listed.Eof(); listed.Next()) {
     rows.push_back(listed["ROLO"].AsText() + " " + listed["CODIGO"].AsText() + " " + listed["DESCRICAO"].AsText());

@@ -1,5 +1,5 @@
 // Rolls written off without the mouse: where Enter, F4, F6 and F8 lead, and what a window is told of the screens.
-#include "operator_mill.h"
+#include "yarn/operator_mill.h"
 
 namespace test {
 namespace {

@@ -1,5 +1,5 @@
 // Lots that the operator chose for all rolls of an order.
-#include "operator_mill.h"
+#include "yarn/operator_mill.h"
 
 namespace test {
 namespace {

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "host/errors.h"
-#include "operator_mill.h"
+#include "yarn/operator_mill.h"
 
 namespace test {
 namespace {

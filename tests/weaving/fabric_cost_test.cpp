@@ -1,6 +1,6 @@
 // What a woven roll costs: the yarn that went into it, and its weaving.
-#include "write_off_mill.h"
-#include "yarn/fabric_entry.h"
+#include "weaving/mill_price.h"
+#include "writeoff/write_off_mill.h"
 
 namespace test {
 namespace {
@@ -149,8 +149,8 @@ class WeavingPrice : public ::testing::TestWithParam<ServiceCase> {};
 
 // The contributions together are rounded to cents, halves away from zero.
 TEST_P(WeavingPrice, LessContributions) {
-  EXPECT_EQ(yarn::ServiceCost(GetParam().price, false), GetParam().service);
-  EXPECT_EQ(yarn::ServiceCost(GetParam().price, true), GetParam().price);
+  EXPECT_EQ(weaving::ServiceCost(GetParam().price, false), GetParam().service);
+  EXPECT_EQ(weaving::ServiceCost(GetParam().price, true), GetParam().price);
 }
 
 INSTANTIATE_TEST_SUITE_P(Prices, WeavingPrice,
@@ -160,8 +160,8 @@ INSTANTIATE_TEST_SUITE_P(Prices, WeavingPrice,
                                            ServiceCase{14, 12.7}, ServiceCase{18, 16.33}));
 
 TEST(WeavingService, NothingIsPaidWithoutPrice) {
-  EXPECT_EQ(yarn::ServiceCost(0, false), 0);
-  EXPECT_EQ(yarn::ServiceCost(-3, true), 0);
+  EXPECT_EQ(weaving::ServiceCost(0, false), 0);
+  EXPECT_EQ(weaving::ServiceCost(-3, true), 0);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The six ways to form a roll's lot: the same code in the roll's row and in the fabric's stock.
 #include "weaving/roll_lot.h"
 
-#include "write_off_mill.h"
+#include "writeoff/write_off_mill.h"
 
 namespace test {
 namespace {

@@ -1,7 +1,7 @@
 // What a roll consumes without the operator: from the order's reservations, or by the fabric's composition.
 #include <algorithm>
 
-#include "write_off_mill.h"
+#include "writeoff/write_off_mill.h"
 
 namespace test {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "write_off_mill.h"
+#include "writeoff/write_off_mill.h"
 
 namespace test {
 

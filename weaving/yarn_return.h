@@ -2,12 +2,13 @@
 #pragma once
 
 #include "host/host.h"
-#include "writeoff/roll_reversal.h"
+#include "weaving/roll.h"
+#include "weaving/roll_movements.h"
 
-namespace writeoff {
+namespace weaving {
 
 /// Returns all yarn that is recorded for the roll and forgets the record. Throws at what failed; what was written
 /// before is the caller's to undo.
-void EstornaFios(host::Host& host, const Reversal& reversal);
+void EstornaFios(host::Host& host, const StoredRoll& roll, const ReversedBy& by);
 
-}  // namespace writeoff
+}  // namespace weaving

@@ -1,5 +1,5 @@
 // The yarn screen in the operator's hands.
-#include "operator_mill.h"
+#include "yarn/operator_mill.h"
 
 namespace test {
 namespace {
