@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "app/desktop/lookup_dialog.h"
+#include "app/desktop/lookup/lookup_dialog.h"
 #include "app/services/database_offer.h"
 #include "bench/timing.h"
 #include "host/kit/screen.h"

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "app/application.h"
-#include "app/desktop/main_window.h"
-#include "app/desktop/window_person.h"
+#include "app/desktop/shell/main_window.h"
+#include "app/desktop/shell/window_person.h"
 #include "app/mill/mill.h"
 #include "bench/large_order.h"
 #include "bench/timing.h"

@@ -15,8 +15,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/printing/delivery.h"
-#include "app/printing/printout.h"
+#include "app/printing/delivery/delivery.h"
+#include "app/printing/page/printout.h"
 #include "bench/timing.h"
 #include "bench/volume.h"
 #include "support/label_printer.h"

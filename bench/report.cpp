@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "app/printing/printout.h"
+#include "app/printing/page/printout.h"
 #include "bench/large_order.h"
 #include "bench/timing.h"
 #include "host/kit/dataset.h"

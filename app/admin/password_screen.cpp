@@ -1,7 +1,7 @@
 #include "app/admin/password_screen.h"
 
 #include "app/admin/server_people.h"
-#include "app/mill/passwords.h"
+#include "app/services/passwords.h"
 #include "app/services/sign_in.h"
 #include "host/errors.h"
 

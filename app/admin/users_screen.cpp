@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "app/admin/server_people.h"
-#include "app/mill/passwords.h"
+#include "app/services/passwords.h"
 #include "host/errors.h"
 #include "host/text.h"
 

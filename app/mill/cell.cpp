@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <regex>
 
-#include "app/mill/import_rules.h"
 #include "app/services/rule_formula.h"
 #include "app/services/storable_text.h"
+#include "app/tables/import_rules.h"
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/text.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/mill/table_shape.h"
+#include "app/tables/table_shape.h"
 #include "host/value.h"
 
 namespace app::mill {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "app/mill/csv.h"
-#include "app/mill/table_shape.h"
+#include "app/tables/table_shape.h"
 #include "host/decimal.h"
 
 namespace app::mill {

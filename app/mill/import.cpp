@@ -5,8 +5,8 @@
 
 #include "app/mill/csv.h"
 #include "app/mill/import_check.h"
-#include "app/mill/import_rules.h"
-#include "app/mill/table_shape.h"
+#include "app/tables/import_rules.h"
+#include "app/tables/table_shape.h"
 #include "host/errors.h"
 #include "host/text.h"
 

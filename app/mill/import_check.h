@@ -10,8 +10,8 @@
 #include "app/firebird/database.h"
 #include "app/mill/cell.h"
 #include "app/mill/csv.h"
-#include "app/mill/import_rules.h"
-#include "app/mill/table_shape.h"
+#include "app/tables/import_rules.h"
+#include "app/tables/table_shape.h"
 #include "host/value.h"
 
 namespace app::mill {

@@ -7,9 +7,9 @@
 #include "app/firebird/migrations.h"
 #include "app/mill/fill.h"
 #include "app/mill/import.h"
-#include "app/mill/import_rules.h"
-#include "app/mill/passwords.h"
 #include "app/services/parameters.h"
+#include "app/services/passwords.h"
+#include "app/tables/import_rules.h"
 #include "host/errors.h"
 
 namespace app::mill {

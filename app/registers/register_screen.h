@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "app/application.h"
-#include "app/registers/descriptions.h"
 #include "app/registers/register_detail.h"
 #include "app/registers/register_input.h"
 #include "app/registers/register_store.h"
+#include "app/tables/descriptions.h"
 #include "host/kit/screen.h"
 
 namespace app::registers {

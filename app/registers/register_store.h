@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "app/firebird/database.h"
-#include "app/mill/import_rules.h"
-#include "app/mill/table_shape.h"
-#include "app/registers/descriptions.h"
+#include "app/tables/descriptions.h"
+#include "app/tables/import_rules.h"
+#include "app/tables/table_shape.h"
 #include "host/value.h"
 
 namespace app::registers {

@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "app/application.h"
-#include "app/registers/descriptions.h"
 #include "app/registers/register_screen.h"
+#include "app/tables/descriptions.h"
 
 namespace app::registers {
 

@@ -1,6 +1,6 @@
 #include "app/registers/usage.h"
 
-#include "app/registers/descriptions.h"
+#include "app/tables/descriptions.h"
 
 namespace app::registers {
 namespace {

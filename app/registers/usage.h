@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "app/firebird/database.h"
-#include "app/mill/import_rules.h"
+#include "app/tables/import_rules.h"
 
 namespace app::registers {
 

@@ -5,9 +5,9 @@
 #include <sstream>
 #include <utility>
 
-#include "app/registers/descriptions.h"
 #include "app/services/offered_columns.h"
 #include "app/services/storable_text.h"
+#include "app/tables/descriptions.h"
 #include "host/text.h"
 
 namespace app::services {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "app/registers/descriptions.h"
+#include "app/tables/descriptions.h"
 #include "host/text.h"
 
 namespace app::services {

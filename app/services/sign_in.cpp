@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "app/mill/passwords.h"
 #include "app/services/audit_log.h"
+#include "app/services/passwords.h"
 #include "app/services/storable_text.h"
 #include "host/errors.h"
 #include "host/text.h"

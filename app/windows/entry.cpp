@@ -2,7 +2,7 @@
 #include <QtGlobal>
 #include <memory>
 
-#include "app/printing/file_equipment.h"
+#include "app/printing/delivery/file_equipment.h"
 #include "app/windows/windows.h"
 
 #ifdef _WIN32

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "app/desktop/desktop.h"
+#include "app/desktop/shell/desktop.h"
 #include "app/equipment.h"
 #include "host/module.h"
 
@@ -14,9 +14,9 @@ namespace app::windows {
 inline constexpr const char* kEntry = "tecelagem_windows";
 using Entry = int (*)(const desktop::DesktopOptions* options, const host::Module* module);
 
-/// Name and type of the function that lends a command what printing/file_equipment.h has, printing to `to`. The
-/// command deletes it, on the thread that asked for it, before it ends; no toolkit may be running yet. No display is
-/// needed.
+/// Name and type of the function that lends a command what printing/delivery/file_equipment.h has, printing to `to`.
+/// The command deletes it, on the thread that asked for it, before it ends; no toolkit may be running yet. No display
+/// is needed.
 inline constexpr const char* kEquipmentEntry = "tecelagem_equipment";
 using EquipmentEntry = Equipment* (*)(const std::string* to);
 

@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "app/mill/passwords.h"
+#include "app/services/passwords.h"
 #include "host/errors.h"
 #include "support/mill.h"
 

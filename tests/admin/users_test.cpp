@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "admin/admin_mill.h"
-#include "app/mill/passwords.h"
+#include "app/services/passwords.h"
 #include "app/services/sign_in.h"
 
 namespace {

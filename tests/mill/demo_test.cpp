@@ -11,10 +11,10 @@
 #include "app/books/check.h"
 #include "app/embedded.h"
 #include "app/firebird/migrations.h"
-#include "app/mill/import_rules.h"
 #include "app/mill/mill.h"
-#include "app/mill/passwords.h"
 #include "app/mill/volume.h"
+#include "app/services/passwords.h"
+#include "app/tables/import_rules.h"
 #include "host/errors.h"
 #include "mill/own_database.h"
 

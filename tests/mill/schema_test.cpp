@@ -8,7 +8,7 @@
 
 #include "app/embedded.h"
 #include "app/firebird/migrations.h"
-#include "app/mill/table_shape.h"
+#include "app/tables/table_shape.h"
 #include "host/errors.h"
 #include "mill/own_database.h"
 

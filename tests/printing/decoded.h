@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/printing/barcode.h"
+#include "app/printing/page/barcode.h"
 
 namespace test {
 

@@ -3,8 +3,8 @@
 
 #include <set>
 
-#include "app/mill/table_shape.h"
 #include "app/own_screens.h"
+#include "app/tables/table_shape.h"
 #include "registers/register_mill.h"
 
 namespace {

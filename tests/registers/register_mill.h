@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/registers/descriptions.h"
 #include "app/registers/register_screen.h"
+#include "app/tables/descriptions.h"
 #include "support/mill.h"
 
 namespace test {

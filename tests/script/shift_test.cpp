@@ -16,8 +16,8 @@
 #include <vector>
 
 #include "app/books/check.h"
-#include "app/printing/delivery.h"
-#include "app/printing/printout.h"
+#include "app/printing/delivery/delivery.h"
+#include "app/printing/page/printout.h"
 #include "app/script/driver.h"
 #include "host/decimal.h"
 #include "host/raw_bytes.h"

@@ -11,12 +11,12 @@
 #include <QTabWidget>
 #include <QToolButton>
 
+#include "app/desktop/basics/text.h"
 #include "app/desktop/bindings/choice_bindings.h"
 #include "app/desktop/bindings/edit_bindings.h"
 #include "app/desktop/bindings/keys.h"
 #include "app/desktop/bindings/plain_bindings.h"
 #include "app/desktop/bindings/screen_bindings.h"
-#include "app/desktop/text.h"
 
 namespace app::desktop {
 namespace {

@@ -6,8 +6,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/desktop/basics/text.h"
 #include "app/desktop/bindings/screen_bindings.h"
-#include "app/desktop/text.h"
 
 namespace app::desktop {
 namespace {

@@ -7,8 +7,8 @@
 #include <QStyleOptionFrame>
 #include <algorithm>
 
+#include "app/desktop/basics/text.h"
 #include "app/desktop/bindings/screen_bindings.h"
-#include "app/desktop/text.h"
 #include "host/restored.h"
 
 namespace app::desktop {

@@ -4,9 +4,9 @@
 #include <QTabBar>
 #include <QToolButton>
 
+#include "app/desktop/basics/text.h"
 #include "app/desktop/bindings/keys.h"
 #include "app/desktop/bindings/screen_bindings.h"
-#include "app/desktop/text.h"
 #include "host/restored.h"
 
 namespace app::desktop {

@@ -12,8 +12,8 @@
 #include <memory>
 #include <vector>
 
+#include "app/desktop/basics/station.h"
 #include "app/desktop/bindings/binding.h"
-#include "app/desktop/station.h"
 #include "host/kit/screen.h"
 
 namespace app::desktop {

@@ -15,8 +15,8 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include "app/desktop/basics/text.h"
 #include "app/desktop/grid/grid_panel.h"
-#include "app/desktop/text.h"
 #include "app/registers/register_screen.h"
 
 namespace app::desktop {

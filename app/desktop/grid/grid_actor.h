@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "app/desktop/basics/station.h"
 #include "app/desktop/grid/grid_model.h"
-#include "app/desktop/station.h"
 
 namespace app::desktop {
 

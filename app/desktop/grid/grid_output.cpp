@@ -7,7 +7,7 @@
 #include <QStandardPaths>
 #include <algorithm>
 
-#include "app/desktop/busy_cursor.h"
+#include "app/desktop/basics/busy_cursor.h"
 #include "app/desktop/grid/grid_table.h"
 #include "app/desktop/grid/table_paste.h"
 #include "host/errors.h"

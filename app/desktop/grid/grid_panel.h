@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <memory>
 
-#include "app/desktop/station.h"
+#include "app/desktop/basics/station.h"
 #include "host/host.h"
 #include "host/kit/grid.h"
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "app/desktop/grid/table_export.h"
-#include "app/printing/printout.h"
+#include "app/printing/page/printout.h"
 
 namespace app::desktop {
 

@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "app/desktop/busy_cursor.h"
-#include "app/desktop/message_boxes.h"
+#include "app/desktop/basics/busy_cursor.h"
+#include "app/desktop/basics/text.h"
+#include "app/desktop/boxes/message_boxes.h"
 #include "app/desktop/printing/destination_dialog.h"
 #include "app/desktop/printing/preview_dialog.h"
-#include "app/desktop/text.h"
-#include "app/printing/printout.h"
+#include "app/printing/page/printout.h"
 #include "app/serial/port.h"
 #include "host/errors.h"
 

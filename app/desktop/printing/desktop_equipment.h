@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "app/equipment.h"
-#include "app/printing/delivery.h"
-#include "app/printing/printer_choices.h"
+#include "app/printing/delivery/delivery.h"
+#include "app/printing/delivery/printer_choices.h"
 
 namespace app::desktop {
 

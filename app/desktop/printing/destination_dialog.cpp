@@ -14,10 +14,10 @@
 #include <QVBoxLayout>
 #include <vector>
 
-#include "app/desktop/busy_cursor.h"
-#include "app/desktop/objection.h"
-#include "app/desktop/text.h"
-#include "app/printing/cups_queue.h"
+#include "app/desktop/basics/busy_cursor.h"
+#include "app/desktop/basics/text.h"
+#include "app/desktop/boxes/objection.h"
+#include "app/printing/delivery/cups_queue.h"
 #include "host/errors.h"
 
 namespace app::desktop {

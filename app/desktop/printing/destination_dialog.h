@@ -4,7 +4,7 @@
 #include <QDialog>
 #include <optional>
 
-#include "app/printing/delivery.h"
+#include "app/printing/delivery/delivery.h"
 
 class QCheckBox;
 class QComboBox;

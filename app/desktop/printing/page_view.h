@@ -4,7 +4,7 @@
 #include <QAbstractScrollArea>
 #include <cstddef>
 
-#include "app/printing/printout.h"
+#include "app/printing/page/printout.h"
 
 namespace app::desktop {
 

@@ -20,13 +20,13 @@
 #include <cmath>
 #include <utility>
 
-#include "app/desktop/busy_cursor.h"
+#include "app/desktop/basics/busy_cursor.h"
+#include "app/desktop/basics/settings.h"
+#include "app/desktop/basics/text.h"
+#include "app/desktop/boxes/message_boxes.h"
 #include "app/desktop/grid/table_export.h"
-#include "app/desktop/message_boxes.h"
 #include "app/desktop/printing/data_tables.h"
-#include "app/desktop/settings.h"
-#include "app/desktop/text.h"
-#include "app/printing/delivery.h"
+#include "app/printing/delivery/delivery.h"
 #include "host/errors.h"
 
 namespace app::desktop {

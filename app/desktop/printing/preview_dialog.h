@@ -7,7 +7,7 @@
 
 #include "app/desktop/printing/page_view.h"
 #include "app/equipment.h"
-#include "app/printing/printout.h"
+#include "app/printing/page/printout.h"
 
 class QComboBox;
 class QLabel;

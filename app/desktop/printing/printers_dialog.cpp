@@ -7,10 +7,10 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include "app/desktop/busy_cursor.h"
-#include "app/desktop/message_boxes.h"
+#include "app/desktop/basics/busy_cursor.h"
+#include "app/desktop/basics/text.h"
+#include "app/desktop/boxes/message_boxes.h"
 #include "app/desktop/printing/destination_dialog.h"
-#include "app/desktop/text.h"
 #include "host/errors.h"
 
 namespace app::desktop {

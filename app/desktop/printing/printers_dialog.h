@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "app/application.h"
-#include "app/printing/printer_choices.h"
+#include "app/printing/delivery/printer_choices.h"
 
 class QLabel;
 class QPushButton;

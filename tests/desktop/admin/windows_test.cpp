@@ -6,7 +6,7 @@
 #include <QLineEdit>
 #include <string>
 
-#include "app/mill/passwords.h"
+#include "app/services/passwords.h"
 #include "desktop/support/desktop_mill.h"
 
 namespace {

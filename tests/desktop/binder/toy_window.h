@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "app/application.h"
-#include "app/desktop/screen_window.h"
-#include "app/desktop/station.h"
+#include "app/desktop/basics/station.h"
+#include "app/desktop/screens/screen_window.h"
 #include "tests/host/toy.h"
 
 namespace test {

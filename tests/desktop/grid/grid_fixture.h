@@ -12,10 +12,10 @@
 #include <string_view>
 
 #include "app/application.h"
+#include "app/desktop/basics/station.h"
 #include "app/desktop/grid/grid_panel.h"
 #include "app/desktop/grid/grid_view.h"
 #include "app/desktop/grid/totals_row.h"
-#include "app/desktop/station.h"
 #include "desktop/support/keys.h"
 #include "tests/host/toy.h"
 

@@ -1,5 +1,5 @@
 // A person at the dialog of a lookup: real keys, real mouse.
-#include "app/desktop/lookup_dialog.h"
+#include "app/desktop/lookup/lookup_dialog.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 #include <QSpinBox>
 #include <QTest>
 
-#include "app/desktop/mnemonics.h"
+#include "app/desktop/basics/mnemonics.h"
 #include "paper_station.h"
 
 namespace {

@@ -6,7 +6,7 @@
 
 #include "app/desktop/printing/desktop_equipment.h"
 #include "app/desktop/printing/page_view.h"
-#include "app/printing/printer_choices.h"
+#include "app/printing/delivery/printer_choices.h"
 #include "desktop/support/desktop_mill.h"
 #include "paper_station.h"
 

@@ -10,7 +10,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "app/printing/printer_choices.h"
+#include "app/printing/delivery/printer_choices.h"
 #include "desktop/support/desktop_mill.h"
 #include "paper_station.h"
 

@@ -3,7 +3,7 @@
 
 #include <QLineEdit>
 
-#include "app/registers/descriptions.h"
+#include "app/tables/descriptions.h"
 #include "desktop/support/desktop_mill.h"
 
 namespace {

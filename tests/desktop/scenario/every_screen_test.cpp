@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <set>
 
-#include "app/desktop/mnemonics.h"
+#include "app/desktop/basics/mnemonics.h"
 #include "desktop/scenario/hands.h"
 
 namespace test {

@@ -8,7 +8,7 @@
 #include <QTableView>
 #include <stdexcept>
 
-#include "app/desktop/text.h"
+#include "app/desktop/basics/text.h"
 #include "host/text.h"
 #include "support/road.h"
 

@@ -1,5 +1,5 @@
 // Coming in: the database, the name, the password.
-#include "app/desktop/entrance.h"
+#include "app/desktop/shell/entrance.h"
 
 #include <gtest/gtest.h>
 
@@ -15,10 +15,10 @@
 #include <functional>
 #include <memory>
 
-#include "app/desktop/database_dialog.h"
-#include "app/desktop/settings.h"
-#include "app/desktop/window_person.h"
-#include "app/mill/passwords.h"
+#include "app/desktop/basics/settings.h"
+#include "app/desktop/shell/database_dialog.h"
+#include "app/desktop/shell/window_person.h"
+#include "app/services/passwords.h"
 #include "app/services/user_settings.h"
 #include "desktop/support/boxes.h"
 #include "desktop/support/keys.h"

@@ -8,8 +8,8 @@
 #include <iterator>
 #include <memory>
 
+#include "app/desktop/basics/text.h"
 #include "app/desktop/forms/forms.h"
-#include "app/desktop/text.h"
 #include "host/errors.h"
 #include "host/module.h"
 #include "support/module_under_test.h"

@@ -10,8 +10,8 @@
 #include <QMenuBar>
 #include <QTabBar>
 
-#include "app/desktop/screen_area.h"
-#include "app/desktop/status_line.h"
+#include "app/desktop/screens/screen_area.h"
+#include "app/desktop/shell/status_line.h"
 #include "desktop/shell/toy_screens.h"
 #include "desktop/support/desktop_mill.h"
 #include "host/errors.h"

@@ -10,7 +10,7 @@
 #include <QStatusBar>
 #include <QTest>
 
-#include "app/desktop/text.h"
+#include "app/desktop/basics/text.h"
 
 namespace test {
 

@@ -10,9 +10,9 @@
 #include <string_view>
 
 #include "app/desktop/grid/grid_panel.h"
-#include "app/desktop/main_window.h"
-#include "app/desktop/screen_window.h"
-#include "app/desktop/window_person.h"
+#include "app/desktop/screens/screen_window.h"
+#include "app/desktop/shell/main_window.h"
+#include "app/desktop/shell/window_person.h"
 #include "desktop/support/boxes.h"
 #include "desktop/support/keys.h"
 #include "support/mill.h"

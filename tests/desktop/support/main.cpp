@@ -1,7 +1,7 @@
 // The windows' tests need an application around them.
 #include <gtest/gtest.h>
 
-#include "app/desktop/desktop_application.h"
+#include "app/desktop/shell/desktop_application.h"
 
 int main(int count, char** values) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <filesystem>
 
-#include "app/printing/printout.h"
+#include "app/printing/page/printout.h"
 
 namespace tour {
 namespace {

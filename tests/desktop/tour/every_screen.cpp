@@ -1,6 +1,6 @@
 #include <QString>
 
-#include "app/desktop/text.h"
+#include "app/desktop/basics/text.h"
 #include "desktop/tour/walks.h"
 
 namespace tour {

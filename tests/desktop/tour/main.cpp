@@ -11,7 +11,7 @@
 #include <string>
 #include <system_error>
 
-#include "app/desktop/theme.h"
+#include "app/desktop/look/theme.h"
 #include "app/mill/mill.h"
 #include "desktop/support/desktop_mill.h"
 #include "desktop/tour/camera.h"

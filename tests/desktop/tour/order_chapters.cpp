@@ -1,6 +1,6 @@
 // Signing in, an order, its yarn, and how an order is found again.
-#include "app/desktop/sign_in_dialog.h"
-#include "app/desktop/theme.h"
+#include "app/desktop/look/theme.h"
+#include "app/desktop/shell/sign_in_dialog.h"
 #include "desktop/tour/chapters.h"
 
 namespace tour {
