@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "app/printing/delivery/delivery.h"
+#include "app/printing/layout/make_printout.h"
 #include "app/printing/page/printout.h"
 #include "bench/timing.h"
 #include "bench/volume.h"

@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "app/printing/layout/make_printout.h"
+#include "app/printing/page/pdf.h"
 #include "app/printing/page/printout.h"
 #include "bench/large_order.h"
 #include "bench/timing.h"

@@ -9,6 +9,8 @@
 #include <QRectF>
 #include <cmath>
 
+#include "app/printing/layout/make_printout.h"
+#include "app/printing/page/page_painter.h"
 #include "host/date.h"
 
 namespace test {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/equipment.h"
+#include "app/printing/layout/make_printout.h"
 #include "app/printing/page/printout.h"
 #include "host/errors.h"
 #include "host/kit/dataset.h"

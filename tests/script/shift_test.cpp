@@ -17,6 +17,7 @@
 
 #include "app/books/check.h"
 #include "app/printing/delivery/delivery.h"
+#include "app/printing/layout/make_printout.h"
 #include "app/printing/page/printout.h"
 #include "app/script/driver.h"
 #include "host/decimal.h"

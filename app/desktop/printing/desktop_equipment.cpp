@@ -7,6 +7,7 @@
 #include "app/desktop/boxes/message_boxes.h"
 #include "app/desktop/printing/destination_dialog.h"
 #include "app/desktop/printing/preview_dialog.h"
+#include "app/printing/layout/make_printout.h"
 #include "app/printing/page/printout.h"
 #include "app/serial/port.h"
 #include "host/errors.h"

@@ -9,6 +9,8 @@
 #include <array>
 #include <cmath>
 
+#include "app/printing/page/page_painter.h"
+
 namespace app::desktop {
 namespace {
 

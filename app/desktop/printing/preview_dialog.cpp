@@ -27,6 +27,7 @@
 #include "app/desktop/grid/table_export.h"
 #include "app/desktop/printing/data_tables.h"
 #include "app/printing/delivery/delivery.h"
+#include "app/printing/page/pdf.h"
 #include "host/errors.h"
 
 namespace app::desktop {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/printing/delivery/cups_queue.h"
+#include "app/printing/page/pdf.h"
 #include "host/errors.h"
 
 #ifdef _WIN32

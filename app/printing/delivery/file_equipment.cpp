@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/printing/delivery/delivery.h"
+#include "app/printing/layout/make_printout.h"
 #include "app/printing/page/printout.h"
 #include "app/serial/port.h"
 

@@ -5,7 +5,7 @@
 
 #include "app/printing/layout/blocks.h"
 #include "app/printing/layout/layout_engine.h"
-#include "app/printing/page/item_layout.h"
+#include "app/printing/page/item_placement.h"
 #include "app/printing/page/strip.h"
 #include "app/printing/page/text_measure.h"
 

@@ -5,7 +5,7 @@
 #include "app/printing/layout/report_printout.h"
 #include "app/printing/layout/script_options.h"
 #include "app/printing/layout/text_encoding.h"
-#include "app/printing/page/item_layout.h"
+#include "app/printing/page/item_placement.h"
 #include "app/printing/page/mistake.h"
 
 namespace app::printing {

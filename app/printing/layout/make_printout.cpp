@@ -1,8 +1,9 @@
+#include "app/printing/layout/make_printout.h"
+
 #include "app/printing/layout/layout_engine.h"
 #include "app/printing/layout/layout_files.h"
 #include "app/printing/layout/report_printout.h"
 #include "app/printing/page/mistake.h"
-#include "app/printing/page/printout.h"
 #include "host/errors.h"
 
 namespace app::printing {

@@ -44,7 +44,8 @@ class ReportFlow {
     for (int run = 0; run < kMostRuns; ++run) {
       printout.tables.clear();
       Paginator paginator(
-          report_, [this](std::size_t page, std::size_t count) { return Header(page, count); },
+          {report_.height, report_.top, report_.bottom},
+          [this](std::size_t page, std::size_t count) { return Header(page, count); },
           [this](std::size_t page, std::size_t count) { return Footer(page, count); }, pages);
       FlowContext context = Context(paginator);
       context.tables = &printout.tables;

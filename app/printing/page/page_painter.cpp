@@ -1,4 +1,5 @@
-// Draws what was placed.
+#include "app/printing/page/page_painter.h"
+
 #include <QFontMetricsF>
 #include <QPaintDevice>
 #include <QPainter>
@@ -8,7 +9,6 @@
 #include <vector>
 
 #include "app/printing/page/fonts.h"
-#include "app/printing/page/printout.h"
 
 namespace app::printing {
 namespace {

@@ -18,8 +18,8 @@ double WithGap(double height) { return height > 0 ? height + kGap : 0; }
 
 }  // namespace
 
-Paginator::Paginator(const ReportRoot& report, Furniture header, Furniture footer, std::size_t pages)
-    : report_(report), header_(std::move(header)), footer_(std::move(footer)), expected_(pages) {
+Paginator::Paginator(const PageFrame& frame, Furniture header, Furniture footer, std::size_t pages)
+    : frame_(frame), header_(std::move(header)), footer_(std::move(footer)), expected_(pages) {
   OpenPage();
 }
 
@@ -29,8 +29,8 @@ void Paginator::OpenPage() {
   const std::size_t number = pages_.size();
   const Heights heights{header_(number, expected_).height, footer_(number, expected_).height};
   heights_.push_back(heights);
-  top_ = y_ = report_.top + WithGap(heights.header);
-  bottom_ = report_.height - report_.bottom - WithGap(heights.footer);
+  top_ = y_ = frame_.top + WithGap(heights.header);
+  bottom_ = frame_.height - frame_.bottom - WithGap(heights.footer);
   if (Rest() < kLeastBody) throw Mistake("o cabeçalho e o rodapé não deixam lugar na página");
   used_ = false;
 }
@@ -100,8 +100,8 @@ bool Paginator::Finish() {
     Strip footer = footer_(at + 1, pages_.size());
     same = same && std::fabs(header.height - heights_[at].header) < kTolerance &&
            std::fabs(footer.height - heights_[at].footer) < kTolerance;
-    MoveItems(std::move(header.items), report_.top, pages_[at]);
-    MoveItems(std::move(footer.items), report_.height - report_.bottom - footer.height, pages_[at]);
+    MoveItems(std::move(header.items), frame_.top, pages_[at]);
+    MoveItems(std::move(footer.items), frame_.height - frame_.bottom - footer.height, pages_[at]);
   }
   return same;
 }

@@ -5,10 +5,16 @@
 #include <functional>
 #include <vector>
 
-#include "app/printing/layout/blocks.h"
 #include "app/printing/page/strip.h"
 
 namespace app::printing {
+
+/// What the paper leaves for strips, in millimetres.
+struct PageFrame {
+  double height = 0;  // of the paper
+  double top = 0;     // margin
+  double bottom = 0;  // margin
+};
 
 /// What stands at the head or foot of a page, by its number (from 1) and the number of pages.
 using Furniture = std::function<Strip(std::size_t page, std::size_t pages)>;
@@ -18,7 +24,7 @@ using Furniture = std::function<Strip(std::size_t page, std::size_t pages)>;
 class Paginator : public StripSink {
  public:
   /// `pages` is how many there will be, as far as anybody knows: the head of a page may tell it.
-  Paginator(const ReportRoot& report, Furniture header, Furniture footer, std::size_t pages);
+  Paginator(const PageFrame& frame, Furniture header, Furniture footer, std::size_t pages);
 
   void Add(Strip strip) override;
   void SetRepeated(std::shared_ptr<const Strip> strip) override { repeated_ = std::move(strip); }
@@ -44,7 +50,7 @@ class Paginator : public StripSink {
   void Put(Strip strip);
   double Rest() const { return bottom_ - y_; }
 
-  const ReportRoot& report_;
+  PageFrame frame_;
   Furniture header_;
   Furniture footer_;
   std::size_t expected_;

@@ -1,4 +1,5 @@
-// Pages on a printer, and in a PDF file.
+#include "app/printing/page/pdf.h"
+
 #include <QMarginsF>
 #include <QPageSize>
 #include <QPagedPaintDevice>
@@ -8,7 +9,7 @@
 #include <algorithm>
 
 #include "app/printing/page/fonts.h"
-#include "app/printing/page/printout.h"
+#include "app/printing/page/page_painter.h"
 #include "host/errors.h"
 
 namespace app::printing {

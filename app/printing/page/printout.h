@@ -1,19 +1,12 @@
 // What a report or a label will look like on paper, as values: first everything is placed, then it is drawn.
 #pragma once
 
-#include <QPageLayout>
-#include <chrono>
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "app/equipment.h"
 #include "app/printing/page/barcode.h"
 #include "host/value.h"
-
-class QPagedPaintDevice;
-class QPainter;
 
 namespace app::printing {
 
@@ -104,30 +97,5 @@ struct Printout {
   std::string bytes;        // of form kText, in the encoding that the layout names
   std::vector<DataTable> tables;
 };
-
-/// How long a layout may keep the program busy in one go.
-inline constexpr std::chrono::milliseconds kLayoutTimeLimit{10'000};
-
-/// Finds the layout (the installation's own before the program's), runs it over the datasets of `request.owner` and
-/// places everything on pages. The program must have a QGuiApplication. Throws host::InputError in one sentence that
-/// names file and line: no such layout, a mistake in it, more than `limit` without an end, more output than paper is
-/// for. The datasets' cursors stay where they are.
-Printout MakePrintout(const PrintRequest& request, std::chrono::milliseconds limit = kLayoutTimeLimit);
-
-/// The paper: size and orientation, no margins, drawn on from corner to corner.
-QPageLayout PaperOf(const Printout& printout);
-
-/// Draws a page (from 0) with the paper's corner at the painter's origin, at the resolution of the painter's device:
-/// millimetres come out exact. `dpi` other than 0 is used instead of the device's own resolution, for a view that is
-/// zoomed. The painter's state is as before afterwards. Throws std::out_of_range when there is no such page.
-void PaintPage(QPainter& painter, const Printout& printout, std::size_t page, double dpi = 0);
-
-/// Sets the device's paper and draws the pages `from` to `to` (from 0, both included) on it, each on a page of its own;
-/// pages that do not exist are left out. Throws host::InputError when the device cannot be drawn on.
-void PaintPages(QPagedPaintDevice& device, const Printout& printout, std::size_t from, std::size_t to);
-
-/// Writes all pages with the printout's title, searchable text and the fonts embedded. Throws host::InputError when
-/// the file cannot be written, and for form kText.
-void WritePdf(const Printout& printout, const std::string& path);
 
 }  // namespace app::printing

@@ -5,6 +5,8 @@
 #include <chrono>
 #include <filesystem>
 
+#include "app/printing/layout/make_printout.h"
+#include "app/printing/page/page_painter.h"
 #include "app/printing/page/printout.h"
 
 namespace tour {

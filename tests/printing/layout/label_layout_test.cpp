@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/printing/page/pdf.h"
 #include "tests/printing/decoded.h"
 #include "tests/printing/layout/roll_label.h"
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "app/printing/page/pdf.h"
 #include "host/date.h"
 #include "host/decimal.h"
 #include "tests/printing/decoded.h"

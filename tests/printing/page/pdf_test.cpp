@@ -1,4 +1,6 @@
 // What comes out: a PDF file read back, and dots on a printer.
+#include "app/printing/page/pdf.h"
+
 #include <gmock/gmock.h>
 
 #include <QGuiApplication>
@@ -10,6 +12,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "app/printing/page/page_painter.h"
 #include "tests/printing/layout_fixture.h"
 
 namespace {

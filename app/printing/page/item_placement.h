@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "app/printing/layout/blocks.h"
+#include "app/printing/page/items.h"
 #include "app/printing/page/text_measure.h"
 
 namespace app::printing {

@@ -1,4 +1,4 @@
-#include "app/printing/page/item_layout.h"
+#include "app/printing/page/item_placement.h"
 
 #include <algorithm>
 #include <cmath>
