@@ -71,7 +71,7 @@ void TfmSenha::Change() {
   firebird::Database& database = application_.GetDatabase();
   host::Funcoes& services = application_.GetFuncoes();
   if (!ServerKeepsPasswords(database)) {
-    mill::SetPassword(database, services.vUsuarioCodigo(), EdtNova.Text());
+    services::SetPassword(database, services.vUsuarioCodigo(), EdtNova.Text());
   } else if (const auto refusal = ChangeOwnServerPassword(database, EdtNova.Text())) {
     throw host::InputError(*refusal);
   }

@@ -233,7 +233,7 @@ void TfmUsuarios::Save() {
   StoreUser(Db(), before, user);
   Log(user, before);
   if (!password.empty()) {
-    if (!on_server) mill::SetPassword(Db(), user.code, password);
+    if (!on_server) services::SetPassword(Db(), user.code, password);
     Services().GeraLog(kLogSubject, "Senha definida", host::LogOperation::kAlteration, user.code, nullptr);
   }
   Db().MakeDurable();

@@ -4,10 +4,10 @@
 #include <utility>
 #include <vector>
 
+#include "app/assembly/own_screens.h"
 #include "app/embedded.h"
 #include "app/firebird/attachment.h"
 #include "app/firebird/migrations.h"
-#include "app/own_screens.h"
 #include "app/services/database_offer.h"
 #include "app/services/general_services.h"
 #include "app/services/parameters.h"

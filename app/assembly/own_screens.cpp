@@ -1,4 +1,4 @@
-#include "app/own_screens.h"
+#include "app/assembly/own_screens.h"
 
 #include <vector>
 

@@ -67,7 +67,7 @@ std::unique_ptr<firebird::Database> OpenCurrent(const Arguments& arguments) {
 // when one is given. A server has asked for it before.
 void CheckPerson(firebird::Database& database, const Arguments& arguments) {
   if (firebird::IsServerPath(arguments.database) || !arguments.password) return;
-  if (!mill::CheckPassword(database, arguments.user, *arguments.password)) {
+  if (!services::CheckPassword(database, arguments.user, *arguments.password)) {
     throw host::InputError("Senha errada para o usuário " + arguments.user + ".");
   }
 }

@@ -22,7 +22,7 @@ bool IsTime(const std::string& text) {
 
 Cell Refused(std::string objection) { return {{}, std::move(objection)}; }
 
-Cell ReadNothing(const TableShape& shape, const Column& column) {
+Cell ReadNothing(const tables::TableShape& shape, const tables::Column& column) {
   const bool is_key =
       std::find(shape.key_columns.begin(), shape.key_columns.end(), column.name) != shape.key_columns.end();
   if (column.fills) return {*column.fills};
@@ -30,14 +30,14 @@ Cell ReadNothing(const TableShape& shape, const Column& column) {
   return {};
 }
 
-Cell ReadText(const TableShape& shape, const Column& column, const std::string& text,
+Cell ReadText(const tables::TableShape& shape, const tables::Column& column, const std::string& text,
               const FormulaCheck& check_formula) {
   if (auto reason = services::WhyNotStorable(text)) return Refused(std::move(*reason));
-  if (column.kind == ColumnKind::kText && host::Length(text) > static_cast<std::size_t>(column.width)) {
+  if (column.kind == tables::ColumnKind::kText && host::Length(text) > static_cast<std::size_t>(column.width)) {
     return Refused(Quoted(text) + " tem " + std::to_string(host::Length(text)) + " caracteres; cabem " +
                    std::to_string(column.width) + ".");
   }
-  if (IsFlag(column.name) && text != "S" && text != "N") return Refused(Quoted(text) + " não é S nem N.");
+  if (tables::IsFlag(column.name) && text != "S" && text != "N") return Refused(Quoted(text) + " não é S nem N.");
   if (shape.table == "TNG_REGRA" && column.name == "FORMULA") {
     try {
       check_formula(text);
@@ -48,12 +48,12 @@ Cell ReadText(const TableShape& shape, const Column& column, const std::string& 
   return {text};
 }
 
-Cell ReadNumber(const TableShape& shape, const Column& column, const std::string& text) {
-  const bool whole = column.kind == ColumnKind::kInteger;
+Cell ReadNumber(const tables::TableShape& shape, const tables::Column& column, const std::string& text) {
+  const bool whole = column.kind == tables::ColumnKind::kInteger;
   const std::optional<double> number = host::ParseTyped(text);
   if (!number) return Refused(Quoted(text) + " não é um número.");
   if (whole && !host::ParseTypedInteger(text)) return Refused(Quoted(text) + " não é um número inteiro.");
-  if (const auto limits = LimitsOf(shape.table, column.name)) {
+  if (const auto limits = tables::LimitsOf(shape.table, column.name)) {
     const auto shown = [](double limit) { return host::FormatNumber("0.##", limit, ','); };
     if (*number < limits->lowest) return Refused(Quoted(text) + " é menor que " + shown(limits->lowest) + ".");
     if (*number > limits->highest) return Refused(Quoted(text) + " é maior que " + shown(limits->highest) + ".");
@@ -66,20 +66,20 @@ Cell ReadNumber(const TableShape& shape, const Column& column, const std::string
 
 void CheckRuleFormula(std::string_view formula) { services::RuleFormula::Parse(formula); }
 
-Cell ReadCell(const TableShape& shape, const Column& column, const std::string& text,
+Cell ReadCell(const tables::TableShape& shape, const tables::Column& column, const std::string& text,
               const FormulaCheck& check_formula) {
   if (text.empty()) return ReadNothing(shape, column);
   switch (column.kind) {
-    case ColumnKind::kInteger:
-    case ColumnKind::kNumber:
+    case tables::ColumnKind::kInteger:
+    case tables::ColumnKind::kNumber:
       return ReadNumber(shape, column, text);
-    case ColumnKind::kDate:
+    case tables::ColumnKind::kDate:
       if (const auto date = host::Date::FromDisplay(text)) return {*date};
       return Refused(Quoted(text) + " não é uma data (DD/MM/AAAA).");
-    case ColumnKind::kTime:
+    case tables::ColumnKind::kTime:
       if (IsTime(text)) return {text};
       return Refused(Quoted(text) + " não é uma hora (HH:MM).");
-    case ColumnKind::kTimestamp:
+    case tables::ColumnKind::kTimestamp:
       if (host::DateTime::FromIso(text)) return {text};
       return Refused(Quoted(text) + " não é data e hora (AAAA-MM-DD HH:MM:SS).");
     default:

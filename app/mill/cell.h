@@ -25,7 +25,7 @@ struct Cell {
 /// Reads the text for that column of the table: numbers with a decimal comma or point, dates DD/MM/YYYY, times HH:MM,
 /// nothing as the column's default. The objection is one Portuguese sentence that begins in small letters; it does not
 /// name the column.
-Cell ReadCell(const TableShape& shape, const Column& column, const std::string& text,
+Cell ReadCell(const tables::TableShape& shape, const tables::Column& column, const std::string& text,
               const FormulaCheck& check_formula);
 
 }  // namespace app::mill

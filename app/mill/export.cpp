@@ -26,9 +26,9 @@ std::string CellOf(const host::Value& value) {
 }  // namespace
 
 ExportedTable Export(firebird::Database& database, std::string_view table) {
-  const TableShape shape = ReadTableShape(database, table);
+  const tables::TableShape shape = tables::ReadTableShape(database, table);
   std::vector<std::string> columns;
-  for (const Column& column : shape.columns) {
+  for (const tables::Column& column : shape.columns) {
     if (!column.filled_by_database) columns.push_back(column.name);
   }
   std::string sql = "SELECT " + Joined(columns) + " FROM {" + shape.table + "}";

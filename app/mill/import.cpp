@@ -13,10 +13,10 @@
 namespace app::mill {
 namespace {
 
-std::string InsertSql(const std::string& table, const std::vector<const Column*>& columns) {
+std::string InsertSql(const std::string& table, const std::vector<const tables::Column*>& columns) {
   std::string names;
   std::string places;
-  for (const Column* column : columns) {
+  for (const tables::Column* column : columns) {
     names += (names.empty() ? "" : ", ") + column->name;
     places += places.empty() ? "?" : ", ?";
   }
@@ -31,11 +31,11 @@ SELECT I.CODIGO, I.COR, I.LOTE, I.DEPOSITO, 'SALDO INICIAL', 'SI',
 FROM {MAT_ITEN} I
 WHERE I.CODIGO = ? AND I.COR = ? AND I.DEPOSITO = ? AND I.LOTE = ? AND I.QTDE > 0)";
 
-void OpenLedger(firebird::Database& database, const std::vector<const Column*>& columns,
+void OpenLedger(firebird::Database& database, const std::vector<const tables::Column*>& columns,
                 const std::vector<host::Value>& values) {
   const auto value = [&](std::string_view name) {
-    const auto found =
-        std::find_if(columns.begin(), columns.end(), [&](const Column* column) { return column->name == name; });
+    const auto found = std::find_if(columns.begin(), columns.end(),
+                                    [&](const tables::Column* column) { return column->name == name; });
     return values[static_cast<std::size_t>(found - columns.begin())];
   };
   database.Execute(kOpenLedgerSql, {value("CODIGO"), value("COR"), value("DEPOSITO"), value("LOTE")});
@@ -66,14 +66,14 @@ ImportResult Import(firebird::Database& database, std::string_view table, std::s
                     const FormulaCheck& check_formula) {
   ImportResult result;
   const std::string name = host::UpperAscii(table);
-  const auto order = ImportOrder();
+  const auto order = tables::ImportOrder();
   if (std::find(order.begin(), order.end(), name) == order.end()) {
     result.errors.push_back("A tabela \"" + name + "\" não pode ser importada.");
     return result;
   }
   try {
     const CsvFile file = ReadCsv(csv_text);
-    const TableShape shape = ReadTableShape(database, name);
+    const tables::TableShape shape = tables::ReadTableShape(database, name);
     ImportCheck check(database, shape, check_formula);
     check.Run(file);
     result.errors = check.Errors();

@@ -26,7 +26,7 @@ void ImportCheck::Run(const CsvFile& file) {
 void ImportCheck::CheckHeader(const std::vector<std::string>& header) {
   std::set<std::string> seen;
   for (const auto& name : header) {
-    const Column* column = shape_.Find(name);
+    const tables::Column* column = shape_.Find(name);
     if (column == nullptr) {
       Error(1, "a tabela " + shape_.table + " não tem a coluna " + Quoted(name) + ".");
     } else if (column->filled_by_database) {
@@ -38,7 +38,7 @@ void ImportCheck::CheckHeader(const std::vector<std::string>& header) {
   }
   for (const auto& column : shape_.columns) {
     if (!column.required || column.fills || column.filled_by_database || seen.contains(column.name)) continue;
-    if (column.kind == ColumnKind::kTimestamp) continue;
+    if (column.kind == tables::ColumnKind::kTimestamp) continue;
     Error(1, "falta a coluna obrigatória " + column.name + ".");
   }
 }
@@ -63,7 +63,7 @@ void ImportCheck::CheckRow(const CsvRow& row) {
   lines_.push_back(row.line);
 }
 
-host::Value ImportCheck::CheckCell(int line, const Column& column, const std::string& cell) {
+host::Value ImportCheck::CheckCell(int line, const tables::Column& column, const std::string& cell) {
   const Cell read = ReadCell(shape_, column, cell, check_formula_);
   if (read.objection) Error(line, column, *read.objection);
   return read.value;
@@ -89,7 +89,7 @@ void ImportCheck::CheckKey(int line, const std::vector<host::Value>& values) {
 }
 
 void ImportCheck::CheckReferences(int line, const std::vector<host::Value>& values) {
-  for (const auto& reference : References()) {
+  for (const auto& reference : tables::References()) {
     if (reference.table != shape_.table) continue;
     std::vector<host::Value> wanted;
     for (const auto name : reference.columns) {
@@ -97,7 +97,7 @@ void ImportCheck::CheckReferences(int line, const std::vector<host::Value>& valu
       if (at == kAbsent || values[at].AsText().empty()) break;
       wanted.push_back(values[at]);
     }
-    if (wanted.size() < reference.columns.size() || IsExempt(reference, wanted.front().AsText())) continue;
+    if (wanted.size() < reference.columns.size() || tables::IsExempt(reference, wanted.front().AsText())) continue;
     const auto [answer, is_new] = known_.try_emplace(std::string(reference.target) + '\n' + Join(wanted));
     if (is_new) answer->second = Exists(reference.target, reference.target_columns, wanted);
     if (answer->second) continue;
@@ -114,7 +114,8 @@ bool ImportCheck::Exists(std::string_view table, const std::vector<std::string_v
 }
 
 std::size_t ImportCheck::Position(std::string_view column) const {
-  const auto found = std::find_if(columns_.begin(), columns_.end(), [&](const Column* c) { return c->name == column; });
+  const auto found =
+      std::find_if(columns_.begin(), columns_.end(), [&](const tables::Column* c) { return c->name == column; });
   return found == columns_.end() ? kAbsent : static_cast<std::size_t>(found - columns_.begin());
 }
 
@@ -122,7 +123,7 @@ void ImportCheck::Error(int line, const std::string& text) {
   errors_.push_back("Linha " + std::to_string(line) + ": " + text);
 }
 
-void ImportCheck::Error(int line, const Column& column, const std::string& text) {
+void ImportCheck::Error(int line, const tables::Column& column, const std::string& text) {
   errors_.push_back("Linha " + std::to_string(line) + ", coluna " + column.name + ": " + text);
 }
 

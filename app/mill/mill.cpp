@@ -21,7 +21,7 @@ using DatabasePtr = std::unique_ptr<firebird::Database>;
 
 void Prepare(firebird::Database& database, std::string_view admin_password) {
   MigrateToCurrent(database);
-  SetPassword(database, kAdministrator, admin_password);
+  services::SetPassword(database, kAdministrator, admin_password);
 }
 
 void CheckNotEmpty(std::string_view password) {
@@ -60,7 +60,7 @@ DatabasePtr CreateDemo(const firebird::ConnectOptions& options, std::string_view
 }
 
 void ImportDemo(firebird::Database& database) {
-  for (const auto table : ImportOrder()) {
+  for (const auto table : tables::ImportOrder()) {
     const std::string name = std::string(table) + ".csv";
     const EmbeddedFile* file = FindDemoFile(name);
     if (file == nullptr) continue;

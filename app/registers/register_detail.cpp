@@ -14,31 +14,31 @@ namespace {
 constexpr std::string_view kWholeMinute = ":00";
 constexpr std::size_t kTimeWidth = 8;  // HH:MM:SS
 
-std::vector<host::FieldDef> Fields(const RegisterStore& store, const DetailDescription& description) {
+std::vector<host::FieldDef> Fields(const RegisterStore& store, const tables::DetailDescription& description) {
   std::vector<host::FieldDef> fields = {
       {std::string(description.key.name), host::FieldType::kText, 0, "", std::string(description.key.caption)}};
-  for (const ColumnDescription& column : description.columns) {
-    const mill::Column& stored = store.DetailColumnOf(column);
+  for (const tables::ColumnDescription& column : description.columns) {
+    const tables::Column& stored = store.DetailColumnOf(column);
     const std::size_t width =
-        stored.kind == mill::ColumnKind::kTime ? kTimeWidth : static_cast<std::size_t>(stored.width);
+        stored.kind == tables::ColumnKind::kTime ? kTimeWidth : static_cast<std::size_t>(stored.width);
     fields.push_back({std::string(column.name), host::FieldType::kText, width, "", std::string(column.caption)});
   }
   return fields;
 }
 
-std::vector<host::GridColumn> Columns(const DetailDescription& description) {
+std::vector<host::GridColumn> Columns(const tables::DetailDescription& description) {
   std::vector<host::GridColumn> columns = {
       {.field = std::string(description.key.name), .width = description.key.list_width, .read_only = true}};
-  for (const ColumnDescription& column : description.columns) {
+  for (const tables::ColumnDescription& column : description.columns) {
     columns.push_back({.field = std::string(column.name), .width = column.list_width, .align = host::Align::kCenter});
   }
   return columns;
 }
 
 /// Times without their seconds where these are none.
-std::string Shown(const mill::Column& column, const host::Value& value) {
+std::string Shown(const tables::Column& column, const host::Value& value) {
   std::string text = value.AsText();
-  if (column.kind == mill::ColumnKind::kTime && text.size() == kTimeWidth && text.ends_with(kWholeMinute)) {
+  if (column.kind == tables::ColumnKind::kTime && text.size() == kTimeWidth && text.ends_with(kWholeMinute)) {
     text.resize(text.size() - kWholeMinute.size());
   }
   return text;
@@ -50,7 +50,8 @@ bool IsEmptyLine(const std::vector<std::string>& line) {
 
 }  // namespace
 
-RegisterDetail::RegisterDetail(host::Screen& screen, const RegisterStore& store, const DetailDescription& description)
+RegisterDetail::RegisterDetail(host::Screen& screen, const RegisterStore& store,
+                               const tables::DetailDescription& description)
     : screen_(screen),
       store_(store),
       description_(description),
@@ -69,7 +70,7 @@ RegisterDetail::RegisterDetail(host::Screen& screen, const RegisterStore& store,
 void RegisterDetail::CheckCell(host::Field& field, std::size_t column) const {
   const std::string text = host::Trim(field.AsText());
   if (filling_ || text.empty()) return;
-  const ColumnDescription& described = description_.columns[column];
+  const tables::ColumnDescription& described = description_.columns[column];
   const mill::Cell cell =
       mill::ReadCell(store_.DetailShape(), store_.DetailColumnOf(described), text, mill::CheckRuleFormula);
   if (cell.objection) screen_.Refuse(std::string(described.caption) + ": " + *cell.objection);
@@ -141,7 +142,7 @@ std::vector<std::vector<host::Value>> RegisterDetail::Read() {
     }
     if (IsEmptyLine(lines[row])) continue;
     for (std::size_t i = 0; i < lines[row].size(); ++i) {
-      const ColumnDescription& column = description_.columns[i];
+      const tables::ColumnDescription& column = description_.columns[i];
       if (lines[row][i].empty()) {
         detail_.GoTo(row + 1);
         screen_.Refuse(

@@ -13,7 +13,7 @@ namespace app::registers {
 class RegisterDetail {
  public:
   /// All outlive the object; the store's description has a detail.
-  RegisterDetail(host::Screen& screen, const RegisterStore& store, const DetailDescription& description);
+  RegisterDetail(host::Screen& screen, const RegisterStore& store, const tables::DetailDescription& description);
 
   host::Grid& Grid() { return grid_; }
   /// Shows the rows of Record::detail; none at all for a new record.
@@ -32,7 +32,7 @@ class RegisterDetail {
 
   host::Screen& screen_;
   const RegisterStore& store_;
-  const DetailDescription& description_;
+  const tables::DetailDescription& description_;
   std::vector<std::vector<host::Value>> stored_;
   Rows shown_;
   bool filling_ = false;

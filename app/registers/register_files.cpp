@@ -79,7 +79,7 @@ void TfmRegister::ImportFile(const std::string& path) {
     result = mill::Import(application_.GetDatabase(), TableOf(text), text);
   }
   if (!result.Ok()) Refuse(ErrorText(result.errors));
-  GetHost().GetFuncoes().GeraLog(LogSubject(description_),
+  GetHost().GetFuncoes().GeraLog(tables::LogSubject(description_),
                                  "IMPORTACAO DE " + std::to_string(result.rows) + " REGISTROS",
                                  host::LogOperation::kInclusion, "", nullptr);
   application_.GetDatabase().MakeDurable();

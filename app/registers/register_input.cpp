@@ -10,24 +10,24 @@ namespace {
 
 constexpr std::size_t kLongestMemo = 4000;
 
-host::EditKind KindOf(mill::ColumnKind kind) {
+host::EditKind KindOf(tables::ColumnKind kind) {
   switch (kind) {
-    case mill::ColumnKind::kMemo:
+    case tables::ColumnKind::kMemo:
       return host::EditKind::kMemo;
-    case mill::ColumnKind::kInteger:
+    case tables::ColumnKind::kInteger:
       return host::EditKind::kInteger;
-    case mill::ColumnKind::kNumber:
+    case tables::ColumnKind::kNumber:
       return host::EditKind::kNumber;
-    case mill::ColumnKind::kDate:
+    case tables::ColumnKind::kDate:
       return host::EditKind::kDate;
     default:
       return host::EditKind::kText;
   }
 }
 
-std::size_t WidthOf(const mill::Column& column) {
-  if (column.kind == mill::ColumnKind::kMemo) return kLongestMemo;
-  return column.kind == mill::ColumnKind::kText ? static_cast<std::size_t>(column.width) : 0;
+std::size_t WidthOf(const tables::Column& column) {
+  if (column.kind == tables::ColumnKind::kMemo) return kLongestMemo;
+  return column.kind == tables::ColumnKind::kText ? static_cast<std::size_t>(column.width) : 0;
 }
 
 }  // namespace
@@ -47,12 +47,13 @@ std::string ComponentName(std::string_view prefix, std::string_view column) {
   return name;
 }
 
-RegisterInput::RegisterInput(host::Screen& screen, const RegisterStore& store, const ColumnDescription& description)
+RegisterInput::RegisterInput(host::Screen& screen, const RegisterStore& store,
+                             const tables::ColumnDescription& description)
     : store_(store),
       description_(description),
       column_(store.ColumnOf(description)),
       reference_(ReferenceOf(store.Shape().table, description.name)) {
-  if (mill::IsFlag(description.name)) {
+  if (tables::IsFlag(description.name)) {
     box_ = std::make_unique<host::CheckBox>(screen, ComponentName("Chk", description.name), Caption());
     return;
   }
@@ -147,7 +148,7 @@ mill::Cell RegisterInput::Read() const {
   const std::string text = Typed();
   if (text.empty() && description_.required) return {{}, "o valor é obrigatório."};
   mill::Cell cell = mill::ReadCell(store_.Shape(), column_, text, mill::CheckRuleFormula);
-  if (!cell.objection && reference_ != nullptr && !text.empty() && !mill::IsExempt(*reference_, text) &&
+  if (!cell.objection && reference_ != nullptr && !text.empty() && !tables::IsExempt(*reference_, text) &&
       !store_.TextOf(*reference_, text)) {
     cell.objection = "\"" + text + "\" não está cadastrado.";
   }

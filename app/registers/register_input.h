@@ -18,9 +18,9 @@ std::string ComponentName(std::string_view prefix, std::string_view column);
 class RegisterInput {
  public:
   /// All outlive the input.
-  RegisterInput(host::Screen& screen, const RegisterStore& store, const ColumnDescription& description);
+  RegisterInput(host::Screen& screen, const RegisterStore& store, const tables::ColumnDescription& description);
 
-  const ColumnDescription& Description() const { return description_; }
+  const tables::ColumnDescription& Description() const { return description_; }
   host::Control& Control() const;
   /// What the record that it refers to is called; null when it refers to none.
   const host::Label* Label() const { return label_.get(); }
@@ -47,9 +47,9 @@ class RegisterInput {
   void ShowText();
 
   const RegisterStore& store_;
-  const ColumnDescription& description_;
-  const mill::Column& column_;
-  const mill::Reference* reference_;
+  const tables::ColumnDescription& description_;
+  const tables::Column& column_;
+  const tables::Reference* reference_;
   host::Value stored_;
   bool new_ = true;
   std::string shown_;

@@ -8,8 +8,8 @@
 namespace app::registers {
 
 void TfmRegister::Log(std::string_view what, host::LogOperation operation, std::string_view key) const {
-  GetHost().GetFuncoes().GeraLog(LogSubject(description_), std::string(what) + " " + std::string(key), operation, key,
-                                 nullptr);
+  GetHost().GetFuncoes().GeraLog(tables::LogSubject(description_), std::string(what) + " " + std::string(key),
+                                 operation, key, nullptr);
 }
 
 // --- storing --------------------------------------------------------------------------------------------------------
@@ -38,8 +38,9 @@ void TfmRegister::GravaDados() {
   const std::string key = typed.values.front().AsText();
   if (new_) {
     if (store_.Exists(key)) {
-      Refuse(RecordName(description_, key, true) + " já está " + Agreeing(description_, "cadastrad") + ".",
-             inputs_.front()->Control());
+      Refuse(
+          tables::RecordName(description_, key, true) + " já está " + tables::Agreeing(description_, "cadastrad") + ".",
+          inputs_.front()->Control());
     }
     store_.Insert(typed);
     Log("INCLUSAO DE", host::LogOperation::kInclusion, key);
@@ -72,14 +73,15 @@ bool TfmRegister::ChangedElsewhere(const Record& now, const Record& typed) const
 
 void TfmRegister::RefuseChanged(std::string_view key) {
   std::string who;
-  const auto mark = GetHost().GetFuncoes().UltimoLog(LogSubject(description_), key);
+  const auto mark = GetHost().GetFuncoes().UltimoLog(tables::LogSubject(description_), key);
   // An older row tells of an older change: this one came in another way, such as an import.
   if (mark && mark->moment >= read_at_) {
     who = " por " + mark->user + " em " + mark->moment.date.ToDisplay() + " " + mark->moment.ToIso().substr(11, 5);
   }
   const bool reload =
-      Confirm(RecordName(description_, key, true) + " foi " + Agreeing(description_, "alterad") + who + " depois de " +
-              Agreeing(description_, "abert") + " aqui. Deseja carregar novamente? O que foi digitado se perde.");
+      Confirm(tables::RecordName(description_, key, true) + " foi " + tables::Agreeing(description_, "alterad") + who +
+              " depois de " + tables::Agreeing(description_, "abert") +
+              " aqui. Deseja carregar novamente? O que foi digitado se perde.");
   if (reload) {
     BuscaDados(key);
     RefreshRow(key, *store_.ListRow(key));
@@ -91,8 +93,8 @@ void TfmRegister::RefuseGone(std::string_view key) {
   for (const auto& input : inputs_) input->BecomeNew();
   SetNew(true);
   DropRow(key);
-  Refuse(RecordName(description_, key, true) + " foi " + Agreeing(description_, "excluíd") + " depois de " +
-         Agreeing(description_, "abert") + " aqui. Para incluir novamente, grave outra vez.");
+  Refuse(tables::RecordName(description_, key, true) + " foi " + tables::Agreeing(description_, "excluíd") +
+         " depois de " + tables::Agreeing(description_, "abert") + " aqui. Para incluir novamente, grave outra vez.");
 }
 
 // --- deleting -------------------------------------------------------------------------------------------------------
@@ -101,10 +103,10 @@ void TfmRegister::BtnExcluirClick() {
   RequireRight("E");
   if (new_) Refuse("Não há registro para excluir.");
   const std::string key = stored_.values.front().AsText();
-  if (!Confirm("Deseja excluir " + RecordName(description_, key) + "?")) return;
+  if (!Confirm("Deseja excluir " + tables::RecordName(description_, key) + "?")) return;
   if (const auto where = WhereUsed(application_.GetDatabase(), description_.table, key)) {
-    Refuse(RecordName(description_, key, true) + " está " + *where + ". Não pode ser " +
-           Agreeing(description_, "excluíd") + ".");
+    Refuse(tables::RecordName(description_, key, true) + " está " + *where + ". Não pode ser " +
+           tables::Agreeing(description_, "excluíd") + ".");
   }
   store_.Delete(key);
   Log("EXCLUSAO DE", host::LogOperation::kDeletion, key);

@@ -10,37 +10,37 @@
 namespace app::registers {
 namespace {
 
-host::FieldType TypeOf(mill::ColumnKind kind) {
+host::FieldType TypeOf(tables::ColumnKind kind) {
   switch (kind) {
-    case mill::ColumnKind::kInteger:
+    case tables::ColumnKind::kInteger:
       return host::FieldType::kInteger;
-    case mill::ColumnKind::kNumber:
+    case tables::ColumnKind::kNumber:
       return host::FieldType::kFloat;
-    case mill::ColumnKind::kDate:
+    case tables::ColumnKind::kDate:
       return host::FieldType::kDate;
     default:
       return host::FieldType::kText;
   }
 }
 
-std::vector<host::FieldDef> ListFields(const RegisterDescription& description, const RegisterStore& store) {
+std::vector<host::FieldDef> ListFields(const tables::RegisterDescription& description, const RegisterStore& store) {
   std::vector<host::FieldDef> fields;
-  for (const ColumnDescription& column : description.columns) {
+  for (const tables::ColumnDescription& column : description.columns) {
     if (column.list_width == 0) continue;
-    const mill::Column& stored = store.ColumnOf(column);
-    const std::size_t width = stored.kind == mill::ColumnKind::kText ? static_cast<std::size_t>(stored.width) : 0;
+    const tables::Column& stored = store.ColumnOf(column);
+    const std::size_t width = stored.kind == tables::ColumnKind::kText ? static_cast<std::size_t>(stored.width) : 0;
     fields.push_back({std::string(column.name), TypeOf(stored.kind), width, std::string(column.format),
                       std::string(column.caption)});
   }
   return fields;
 }
 
-std::vector<host::GridColumn> ListColumns(const RegisterDescription& description, const RegisterStore& store) {
+std::vector<host::GridColumn> ListColumns(const tables::RegisterDescription& description, const RegisterStore& store) {
   std::vector<host::GridColumn> columns;
-  for (const ColumnDescription& column : description.columns) {
+  for (const tables::ColumnDescription& column : description.columns) {
     if (column.list_width == 0) continue;
-    const mill::ColumnKind kind = store.ColumnOf(column).kind;
-    const bool number = kind == mill::ColumnKind::kInteger || kind == mill::ColumnKind::kNumber;
+    const tables::ColumnKind kind = store.ColumnOf(column).kind;
+    const bool number = kind == tables::ColumnKind::kInteger || kind == tables::ColumnKind::kNumber;
     columns.push_back({.field = std::string(column.name),
                        .width = column.list_width,
                        .read_only = true,
@@ -50,15 +50,17 @@ std::vector<host::GridColumn> ListColumns(const RegisterDescription& description
 }
 
 /// "fmMateriais" of "TfmMateriais".
-std::string NameOf(const RegisterDescription& description) { return std::string(description.class_name.substr(1)); }
+std::string NameOf(const tables::RegisterDescription& description) {
+  return std::string(description.class_name.substr(1));
+}
 
-std::string CaptionOf(const RegisterDescription& description) {
+std::string CaptionOf(const tables::RegisterDescription& description) {
   return "Cadastro de " + std::string(description.caption);
 }
 
 }  // namespace
 
-TfmRegister::TfmRegister(Application& application, const RegisterDescription& description)
+TfmRegister::TfmRegister(Application& application, const tables::RegisterDescription& description)
     : Screen(application, std::string(description.class_name), NameOf(description), CaptionOf(description)),
       application_(application),
       description_(description),
@@ -77,7 +79,7 @@ TfmRegister::TfmRegister(Application& application, const RegisterDescription& de
 
 std::vector<std::unique_ptr<RegisterInput>> TfmRegister::MakeInputs() {
   std::vector<std::unique_ptr<RegisterInput>> inputs;
-  for (const ColumnDescription& column : description_.columns) {
+  for (const tables::ColumnDescription& column : description_.columns) {
     inputs.push_back(std::make_unique<RegisterInput>(*this, store_, column));
   }
   return inputs;
@@ -222,7 +224,8 @@ void TfmRegister::SetNew(bool is_new) {
 void TfmRegister::BuscaDados(std::string_view key) {
   std::optional<Record> record = store_.Read(key);
   if (!record) {
-    Inform(RecordName(description_, key, true) + " foi " + Agreeing(description_, "excluíd") + " por outra estação.");
+    Inform(tables::RecordName(description_, key, true) + " foi " + tables::Agreeing(description_, "excluíd") +
+           " por outra estação.");
     LimpaTela();
     return;
   }

@@ -21,14 +21,14 @@ namespace app::registers {
 /// DatabaseError when a statement fails; what the person typed is then still on the screen.
 class TfmRegister : public host::Screen {
   Application& application_;
-  const RegisterDescription& description_;
+  const tables::RegisterDescription& description_;
   RegisterStore store_;
 
  public:
   /// Both outlive the screen.
-  TfmRegister(Application& application, const RegisterDescription& description);
+  TfmRegister(Application& application, const tables::RegisterDescription& description);
 
-  const RegisterDescription& Description() const { return description_; }
+  const tables::RegisterDescription& Description() const { return description_; }
 
   void FormCreate() override;
   void FormShow() override;

@@ -8,9 +8,10 @@ namespace {
 /// As wide as the search input: a longer value than the column compared with would be refused.
 constexpr std::string_view kSearched = "CAST(? AS VARCHAR(80))";
 
-std::string Names(const std::vector<ColumnDescription>& columns) {
+std::string Names(const std::vector<tables::ColumnDescription>& columns) {
   std::string names;
-  for (const ColumnDescription& column : columns) names += (names.empty() ? "" : ", ") + std::string(column.name);
+  for (const tables::ColumnDescription& column : columns)
+    names += (names.empty() ? "" : ", ") + std::string(column.name);
   return names;
 }
 
@@ -20,35 +21,35 @@ std::string Marks(std::size_t count) {
   return marks;
 }
 
-std::vector<host::Value> RowValues(const host::TTIQuery& row, const std::vector<ColumnDescription>& columns) {
+std::vector<host::Value> RowValues(const host::TTIQuery& row, const std::vector<tables::ColumnDescription>& columns) {
   std::vector<host::Value> values;
   values.reserve(columns.size());
-  for (const ColumnDescription& column : columns) values.push_back(row.FieldByName(column.name));
+  for (const tables::ColumnDescription& column : columns) values.push_back(row.FieldByName(column.name));
   return values;
 }
 
 }  // namespace
 
-const mill::Reference* ReferenceOf(std::string_view table, std::string_view column) {
-  for (const mill::Reference& reference : mill::References()) {
+const tables::Reference* ReferenceOf(std::string_view table, std::string_view column) {
+  for (const tables::Reference& reference : tables::References()) {
     const bool single = reference.columns.size() == 1;
     if (single && reference.table == table && reference.columns.front() == column) return &reference;
   }
   return nullptr;
 }
 
-RegisterStore::RegisterStore(firebird::Database& database, const RegisterDescription& description)
+RegisterStore::RegisterStore(firebird::Database& database, const tables::RegisterDescription& description)
     : database_(database),
       description_(description),
-      shape_(mill::ReadTableShape(database, description.table)),
-      detail_shape_(description.detail ? mill::ReadTableShape(database, description.detail->table)
-                                       : mill::TableShape()) {}
+      shape_(tables::ReadTableShape(database, description.table)),
+      detail_shape_(description.detail ? tables::ReadTableShape(database, description.detail->table)
+                                       : tables::TableShape()) {}
 
 // --- reading --------------------------------------------------------------------------------------------------------
 
 std::string RegisterStore::ListSql() const {
   std::string names;
-  for (const ColumnDescription& column : description_.columns) {
+  for (const tables::ColumnDescription& column : description_.columns) {
     if (column.list_width > 0) names += (names.empty() ? "" : ", ") + std::string(column.name);
   }
   return "SELECT FIRST " + std::to_string(kListed + 1) + " " + names + " FROM {" + std::string(description_.table) +
@@ -84,7 +85,7 @@ std::optional<Record> RegisterStore::ReadHeld(std::string_view key) const {
 
 std::vector<std::vector<host::Value>> RegisterStore::ReadDetail(std::string_view key) const {
   if (!description_.detail) return {};
-  const DetailDescription& detail = *description_.detail;
+  const tables::DetailDescription& detail = *description_.detail;
   std::vector<std::vector<host::Value>> rows(detail.key_texts.size());
   const auto query =
       database_.Query("SELECT " + std::string(detail.key.name) + ", " + Names(detail.columns) + " FROM {" +
@@ -105,8 +106,8 @@ bool RegisterStore::Exists(std::string_view key) const {
               ->IsEmpty();
 }
 
-std::optional<std::string> RegisterStore::TextOf(const mill::Reference& reference, std::string_view key) const {
-  const RegisterDescription* target = FindRegister(reference.target);
+std::optional<std::string> RegisterStore::TextOf(const tables::Reference& reference, std::string_view key) const {
+  const tables::RegisterDescription* target = tables::FindRegister(reference.target);
   const std::string text(target == nullptr ? reference.target_columns.front() : target->text_column);
   const auto row = database_.Query("SELECT " + text + " FROM {" + std::string(reference.target) + "} WHERE " +
                                        std::string(reference.target_columns.front()) + " = ?",
@@ -145,7 +146,7 @@ void RegisterStore::Update(std::string_view key, const Record& before, const Rec
 
 void RegisterStore::InsertDetail(std::string_view key, const Record& record) const {
   if (!description_.detail) return;
-  const DetailDescription& detail = *description_.detail;
+  const tables::DetailDescription& detail = *description_.detail;
   const std::string sql = "INSERT INTO {" + std::string(detail.table) + "} (" + std::string(detail.owner) + ", " +
                           std::string(detail.key.name) + ", " + Names(detail.columns) + ") VALUES (" +
                           Marks(detail.columns.size() + 2) + ")";
@@ -158,7 +159,7 @@ void RegisterStore::InsertDetail(std::string_view key, const Record& record) con
 }
 
 void RegisterStore::DeleteDetail(std::string_view key) const {
-  const DetailDescription& detail = *description_.detail;
+  const tables::DetailDescription& detail = *description_.detail;
   database_.Execute("DELETE FROM {" + std::string(detail.table) + "} WHERE " + std::string(detail.owner) + " = ?",
                     {key});
 }

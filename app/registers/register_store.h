@@ -29,12 +29,14 @@ class RegisterStore {
   static constexpr std::size_t kListed = 200;
 
   /// Both outlive the store. Reads what the database says of the table.
-  RegisterStore(firebird::Database& database, const RegisterDescription& description);
+  RegisterStore(firebird::Database& database, const tables::RegisterDescription& description);
 
-  const mill::TableShape& Shape() const { return shape_; }
-  const mill::TableShape& DetailShape() const { return detail_shape_; }
-  const mill::Column& ColumnOf(const ColumnDescription& column) const { return *shape_.Find(column.name); }
-  const mill::Column& DetailColumnOf(const ColumnDescription& column) const { return *detail_shape_.Find(column.name); }
+  const tables::TableShape& Shape() const { return shape_; }
+  const tables::TableShape& DetailShape() const { return detail_shape_; }
+  const tables::Column& ColumnOf(const tables::ColumnDescription& column) const { return *shape_.Find(column.name); }
+  const tables::Column& DetailColumnOf(const tables::ColumnDescription& column) const {
+    return *detail_shape_.Find(column.name);
+  }
 
   /// The listed columns of the records whose key or text contains this, in the order of the key: one more than kListed
   /// when there are more.
@@ -47,7 +49,7 @@ class RegisterStore {
   std::optional<Record> ReadHeld(std::string_view key) const;
   bool Exists(std::string_view key) const;
   /// What the record that a reference names is called; nothing when there is none.
-  std::optional<std::string> TextOf(const mill::Reference& reference, std::string_view key) const;
+  std::optional<std::string> TextOf(const tables::Reference& reference, std::string_view key) const;
 
   void Insert(const Record& record) const;
   /// Writes the columns that differ, and the detail when it does.
@@ -62,12 +64,12 @@ class RegisterStore {
   void DeleteDetail(std::string_view key) const;
 
   firebird::Database& database_;
-  const RegisterDescription& description_;
-  mill::TableShape shape_;
-  mill::TableShape detail_shape_;
+  const tables::RegisterDescription& description_;
+  tables::TableShape shape_;
+  tables::TableShape detail_shape_;
 };
 
 /// The reference of a register's column to another register; null when it has none.
-const mill::Reference* ReferenceOf(std::string_view table, std::string_view column);
+const tables::Reference* ReferenceOf(std::string_view table, std::string_view column);
 
 }  // namespace app::registers

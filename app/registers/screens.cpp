@@ -10,7 +10,7 @@ namespace app::registers {
 
 std::vector<OwnScreenClass> Screens() {
   std::vector<OwnScreenClass> screens;
-  for (const RegisterDescription& description : Registers()) {
+  for (const tables::RegisterDescription& description : tables::Registers()) {
     screens.push_back({.class_name = description.class_name,
                        .menu = "Cadastros",
                        .caption = description.caption,

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "app/own_screens.h"
+#include "app/own_screen.h"
 
 namespace app::registers {
 

@@ -69,31 +69,31 @@ constexpr Place kPlaces[] = {
 };
 
 /// A stock row of the record itself: empty, it says no more than that there may be stock one day.
-bool IsStockKey(const mill::Reference& reference) {
+bool IsStockKey(const tables::Reference& reference) {
   return reference.table == kStock && reference.columns.front() != "QUALIDADE";
 }
 
 bool IsDetailOf(std::string_view table, std::string_view owner) {
-  const RegisterDescription* description = FindRegister(owner);
+  const tables::RegisterDescription* description = tables::FindRegister(owner);
   return description != nullptr && description->detail && description->detail->table == table;
 }
 
 }  // namespace
 
-std::vector<mill::Reference> ReferencesTo(std::string_view table) {
-  std::vector<mill::Reference> found;
-  const RegisterDescription* description = FindRegister(table);
+std::vector<tables::Reference> ReferencesTo(std::string_view table) {
+  std::vector<tables::Reference> found;
+  const tables::RegisterDescription* description = tables::FindRegister(table);
   for (const DocumentColumn& column : kDocuments) {
     if (column.target == table) found.push_back({column.table, {column.column}, table, {description->Key()}, ""});
   }
-  for (const mill::Reference& reference : mill::References()) {
+  for (const tables::Reference& reference : tables::References()) {
     const bool single = reference.columns.size() == 1;
     if (single && reference.target == table && !IsDetailOf(reference.table, table)) found.push_back(reference);
   }
   return found;
 }
 
-const Place* PlaceOf(const mill::Reference& reference) {
+const Place* PlaceOf(const tables::Reference& reference) {
   for (const Place& place : kPlaces) {
     const bool fits = place.column.empty() || place.column == reference.columns.front();
     if (place.table == reference.table && fits) return &place;
@@ -102,8 +102,8 @@ const Place* PlaceOf(const mill::Reference& reference) {
 }
 
 std::optional<std::string> WhereUsed(firebird::Database& database, std::string_view table, std::string_view key) {
-  for (const mill::Reference& reference : ReferencesTo(table)) {
-    if (mill::IsExempt(reference, key)) continue;
+  for (const tables::Reference& reference : ReferencesTo(table)) {
+    if (tables::IsExempt(reference, key)) continue;
     const Place* place = PlaceOf(reference);
     if (place == nullptr) continue;
     std::string sql = "SELECT FIRST 1 " + std::string(place->example) + " FROM {" + std::string(reference.table) +
@@ -118,7 +118,7 @@ std::optional<std::string> WhereUsed(firebird::Database& database, std::string_v
 }
 
 void DeleteEmptyStock(firebird::Database& database, std::string_view table, std::string_view key) {
-  for (const mill::Reference& reference : ReferencesTo(table)) {
+  for (const tables::Reference& reference : ReferencesTo(table)) {
     if (!IsStockKey(reference)) continue;
     database.Execute("DELETE FROM {" + std::string(kStock) + "} WHERE " + std::string(reference.columns.front()) +
                          " = ? AND NOT " + std::string(kStockHolds),

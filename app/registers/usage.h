@@ -13,7 +13,7 @@ namespace app::registers {
 
 /// Every column that refers to this register's key: those that an import keeps to, and those of the documents that
 /// only the screens write. Rows that belong to the record itself (its detail) are left out.
-std::vector<mill::Reference> ReferencesTo(std::string_view table);
+std::vector<tables::Reference> ReferencesTo(std::string_view table);
 
 /// Where the record is used, with one example, to follow "está": "na ordem de tecelagem 000012". Nothing when it is
 /// used nowhere. A stock row counts while it holds or reserves something. Throws host::DatabaseError.
@@ -27,7 +27,7 @@ struct Place {
   std::string_view example;
 };
 /// Null for a table that nobody described.
-const Place* PlaceOf(const mill::Reference& reference);
+const Place* PlaceOf(const tables::Reference& reference);
 
 /// Stock rows of the record that hold and reserve nothing go with it.
 void DeleteEmptyStock(firebird::Database& database, std::string_view table, std::string_view key);

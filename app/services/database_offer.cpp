@@ -111,7 +111,7 @@ class DatabaseOffer : public LookupOffer {
     for (std::size_t i = 0; i < query->FieldCount(); ++i) {
       OfferedColumn column;
       column.shown.name = query->FieldName(i);
-      const std::string_view caption = registers::CaptionOf(lookup.Table(), column.shown.name);
+      const std::string_view caption = tables::CaptionOf(lookup.Table(), column.shown.name);
       column.shown.caption = caption.empty() ? column.shown.name : caption;
       const host::Value& value = query->FieldByName(column.shown.name);
       column.text = value.IsNull() || value.IsText();

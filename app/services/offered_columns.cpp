@@ -145,19 +145,19 @@ OfferedTable FromDescription(const Description& description, const std::vector<S
   return table;
 }
 
-OfferedTable FromRegister(const registers::RegisterDescription& description, const std::string& key,
+OfferedTable FromRegister(const tables::RegisterDescription& description, const std::string& key,
                           const std::vector<Stored>& stored) {
   OfferedTable table;
-  const auto add = [&](std::string_view name, const registers::ColumnDescription& each) {
+  const auto add = [&](std::string_view name, const tables::ColumnDescription& each) {
     OfferedColumn* column = AddStored(table.columns, stored, name, each.caption, each.list_width);
     if (column != nullptr && !each.format.empty()) column->shown.format = each.format;
   };
   // A machine's key goes by two names; whichever the lookup asks for is what the register calls its code.
-  const registers::ColumnDescription* named = description.Find(key);
+  const tables::ColumnDescription* named = description.Find(key);
   add(key, named == nullptr ? description.columns.front() : *named);
-  const registers::ColumnDescription* text = description.Find(description.text_column);
+  const tables::ColumnDescription* text = description.Find(description.text_column);
   if (text != nullptr && text != named) add(text->name, *text);
-  for (const registers::ColumnDescription& each : description.columns) {
+  for (const tables::ColumnDescription& each : description.columns) {
     const bool shown = &each == named || &each == text || each.name == description.Key();
     if (!shown && each.list_width > 0) add(each.name, each);
   }
@@ -180,7 +180,7 @@ OfferedTable OfferedOf(firebird::Database& database, std::string_view table, std
     const bool same = description.table == table_name && description.columns.front().name == key_name;
     if (same) return FromDescription(description, stored);
   }
-  const registers::RegisterDescription* known = registers::FindRegister(table_name);
+  const tables::RegisterDescription* known = tables::FindRegister(table_name);
   return known == nullptr ? FromDatabase(stored) : FromRegister(*known, key_name, stored);
 }
 

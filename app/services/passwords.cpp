@@ -6,7 +6,7 @@
 
 #include "host/errors.h"
 
-namespace app::mill {
+namespace app::services {
 namespace {
 
 void NeedSodium() {
@@ -48,4 +48,4 @@ bool CheckPassword(firebird::Database& database, std::string_view user, std::str
   return PasswordMatches(rows->IsEmpty() ? std::string() : rows->FieldByName("SENHA").AsText(), password);
 }
 
-}  // namespace app::mill
+}  // namespace app::services

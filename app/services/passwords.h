@@ -6,7 +6,7 @@
 
 #include "app/firebird/database.h"
 
-namespace app::mill {
+namespace app::services {
 
 /// True when `hash` was made of this password. An empty hash matches none and takes as long, so that the time tells
 /// nothing about who has a password.
@@ -19,4 +19,4 @@ void SetPassword(firebird::Database& database, std::string_view user, std::strin
 /// True when the user exists, is active and this is the password. A user without password is refused.
 bool CheckPassword(firebird::Database& database, std::string_view user, std::string_view password);
 
-}  // namespace app::mill
+}  // namespace app::services

@@ -122,7 +122,7 @@ Outcome Judge(firebird::Database& database, const std::optional<Account>& accoun
               std::string_view password, const host::DateTime& now) {
   Tries tries(database, account ? account->user.code : Drawer(name));
   if (const std::int64_t wait = tries.Wait(now); wait > 0) return {WaitSentence(wait), "muitas tentativas erradas"};
-  if (!mill::PasswordMatches(account ? account->hash : std::string(), password)) {
+  if (!PasswordMatches(account ? account->hash : std::string(), password)) {
     tries.Wrong(now);
     return {"Usuário ou senha incorretos.", account ? "senha incorreta" : "usuário desconhecido"};
   }

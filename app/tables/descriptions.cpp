@@ -4,7 +4,7 @@
 
 #include "host/text.h"
 
-namespace app::registers {
+namespace app::tables {
 namespace {
 
 constexpr std::string_view kNumber = "0.######";
@@ -288,4 +288,4 @@ std::string LogSubject(const RegisterDescription& description) {
   return "CADASTRO DE " + Capitals(description.caption);
 }
 
-}  // namespace app::registers
+}  // namespace app::tables

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace app::registers {
+namespace app::tables {
 
 struct ColumnDescription {
   std::string_view name;
@@ -64,4 +64,4 @@ std::string Agreeing(const RegisterDescription& description, std::string_view st
 /// What the register's log rows are filed under: "CADASTRO DE MATERIAIS".
 std::string LogSubject(const RegisterDescription& description);
 
-}  // namespace app::registers
+}  // namespace app::tables

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace app::mill {
+namespace app::tables {
 namespace {
 
 // Orders, reservations, rolls and the ledger are missing on purpose: only the screens keep them consistent.
@@ -104,4 +104,4 @@ bool IsFlag(std::string_view column) {
   return std::find(std::begin(kFlags), std::end(kFlags), column) != std::end(kFlags);
 }
 
-}  // namespace app::mill
+}  // namespace app::tables

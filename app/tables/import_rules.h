@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace app::mill {
+namespace app::tables {
 
 /// The tables that may be imported, each after those it refers to.
 std::span<const std::string_view> ImportOrder();
@@ -33,4 +33,4 @@ std::optional<Limits> LimitsOf(std::string_view table, std::string_view column);
 /// True for columns that hold "S" or "N" only.
 bool IsFlag(std::string_view column);
 
-}  // namespace app::mill
+}  // namespace app::tables

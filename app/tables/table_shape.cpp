@@ -4,7 +4,7 @@
 
 #include "host/text.h"
 
-namespace app::mill {
+namespace app::tables {
 namespace {
 
 constexpr std::string_view kColumnsSql = R"(SELECT TRIM(RF.RDB$FIELD_NAME) AS NOME, F.RDB$FIELD_TYPE AS TIPO,
@@ -87,4 +87,4 @@ TableShape ReadTableShape(firebird::Database& database, std::string_view table) 
   return shape;
 }
 
-}  // namespace app::mill
+}  // namespace app::tables

@@ -8,7 +8,7 @@
 
 #include "app/firebird/database.h"
 
-namespace app::mill {
+namespace app::tables {
 
 enum class ColumnKind { kText, kMemo, kInteger, kNumber, kDate, kTime, kTimestamp };
 
@@ -33,4 +33,4 @@ struct TableShape {
 /// The shape of a logical table of the company; without columns when there is no such table.
 TableShape ReadTableShape(firebird::Database& database, std::string_view table);
 
-}  // namespace app::mill
+}  // namespace app::tables

@@ -34,7 +34,7 @@ class SignInTest : public testing::Test {
  protected:
   SignInTest() {
     mill_.Insert("TEC_USUARIO", {{"CODIGO", "MARIA"}, {"NOME", "Maria Conceição"}});
-    app::mill::SetPassword(mill_.Db(), "MARIA", "Tear 32 à noite");
+    app::services::SetPassword(mill_.Db(), "MARIA", "Tear 32 à noite");
   }
   std::string Try(std::string_view name, std::string_view password, std::string_view time = "08:00:00") {
     return Answer(mill_, name, password, "2026-03-10 " + std::string(time));
@@ -76,7 +76,7 @@ TEST_F(SignInTest, ARefusalDoesNotTellWhetherNameOrPasswordWasWrong) {
 
 TEST_F(SignInTest, ACodeGoesBeforeAnotherPersonsName) {
   mill_.Insert("TEC_USUARIO", {{"CODIGO", "OUTRO"}, {"NOME", "maria"}});
-  app::mill::SetPassword(mill_.Db(), "OUTRO", "outra");
+  app::services::SetPassword(mill_.Db(), "OUTRO", "outra");
   EXPECT_EQ(Try("Maria", "Tear 32 à noite"), "MARIA");
   EXPECT_EQ(Try("Maria", "outra"), kWrong);
   EXPECT_EQ(Try("outro", "outra"), "OUTRO");

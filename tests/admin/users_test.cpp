@@ -357,7 +357,7 @@ TEST_F(NoAdministrator, IsRefusedAtEveryActionWhenTheRightWentMeanwhile) {
 
 class PasswordScreen : public test::AdminMill {
  protected:
-  PasswordScreen() { app::mill::SetPassword(mill_.Db(), "ADMIN", "velha"); }
+  PasswordScreen() { app::services::SetPassword(mill_.Db(), "ADMIN", "velha"); }
   ActResult Change(host::Screen& screen, std::string_view now, std::string_view next, std::string_view repeated) {
     mill_.Type(screen, "EdtAtual", now);
     mill_.Type(screen, "EdtNova", next);
@@ -372,7 +372,7 @@ TEST_F(PasswordScreen, WhoKnowsTheOldOneGetsANewOne) {
   EXPECT_EQ(mill_.Text(screen, "LblUsuario"), "ADMIN - ADMIN");
   EXPECT_EQ(Change(screen, "velha", "nova à tarde", "nova à tarde"), ActResult::kDone);
   EXPECT_EQ(mill_.Messages(), Lines{"Senha alterada."});
-  EXPECT_TRUE(app::mill::CheckPassword(mill_.Db(), "ADMIN", "nova à tarde"));
+  EXPECT_TRUE(app::services::CheckPassword(mill_.Db(), "ADMIN", "nova à tarde"));
   EXPECT_EQ(mill_.Desk().Find("TfmSenha"), nullptr);
   EXPECT_EQ(Log("USUARIOS"), Lines{"1|ADMIN|Senha alterada pelo próprio usuário"});
 }
@@ -385,7 +385,7 @@ TEST_F(PasswordScreen, RefusalsLeaveTheOldOne) {
   EXPECT_EQ(mill_.Messages(), Lines{"As duas senhas novas são diferentes."});
   EXPECT_EQ(Change(screen, "errada", "nova", "nova"), ActResult::kFailed);
   EXPECT_EQ(mill_.Messages(), Lines{"Usuário ou senha incorretos."});
-  EXPECT_TRUE(app::mill::CheckPassword(mill_.Db(), "ADMIN", "velha"));
+  EXPECT_TRUE(app::services::CheckPassword(mill_.Db(), "ADMIN", "velha"));
 }
 
 TEST_F(PasswordScreen, GuessingTheOldOneIsSlowToo) {
@@ -393,7 +393,7 @@ TEST_F(PasswordScreen, GuessingTheOldOneIsSlowToo) {
   for (int i = 0; i < 5; ++i) Change(screen, "errada", "nova", "nova");
   EXPECT_EQ(Change(screen, "velha", "nova", "nova"), ActResult::kFailed);
   EXPECT_EQ(mill_.Messages(), Lines{"Muitas tentativas erradas: aguarde 30 segundos e tente de novo."});
-  EXPECT_TRUE(app::mill::CheckPassword(mill_.Db(), "ADMIN", "velha"));
+  EXPECT_TRUE(app::services::CheckPassword(mill_.Db(), "ADMIN", "velha"));
 }
 
 TEST_F(PasswordScreen, EverybodyHasIt) {

@@ -27,25 +27,25 @@ TEST(Init, MakesADatabaseWithAnAdministratorUnderHisPassword) {
   OwnDatabase own(OwnDatabase::Start::kNoFile);
   own.Adopt(app::mill::InitDatabase(own.Options(), "tear-32"));
   EXPECT_EQ(app::firebird::SchemaVersion(own.Db()), static_cast<int>(app::SchemaFiles().size()));
-  EXPECT_TRUE(app::mill::CheckPassword(own.Db(), "ADMIN", "tear-32"));
-  EXPECT_FALSE(app::mill::CheckPassword(own.Db(), "ADMIN", "tear-33"));
-  EXPECT_FALSE(app::mill::CheckPassword(own.Db(), "ADMIN", ""));
-  EXPECT_FALSE(app::mill::CheckPassword(own.Db(), "OUTRO", "tear-32"));
+  EXPECT_TRUE(app::services::CheckPassword(own.Db(), "ADMIN", "tear-32"));
+  EXPECT_FALSE(app::services::CheckPassword(own.Db(), "ADMIN", "tear-33"));
+  EXPECT_FALSE(app::services::CheckPassword(own.Db(), "ADMIN", ""));
+  EXPECT_FALSE(app::services::CheckPassword(own.Db(), "OUTRO", "tear-32"));
   EXPECT_EQ(own.Scalar("SELECT SENHA FROM TEC_USUARIO").AsText().find("tear"), std::string::npos);
   EXPECT_EQ(own.Scalar("SELECT COUNT(*) FROM {MATERIAL}").AsInteger(), 0);
 
-  app::mill::SetPassword(own.Db(), "ADMIN", "nova");
-  EXPECT_TRUE(app::mill::CheckPassword(own.Db(), "ADMIN", "nova"));
-  EXPECT_FALSE(app::mill::CheckPassword(own.Db(), "ADMIN", "tear-32"));
+  app::services::SetPassword(own.Db(), "ADMIN", "nova");
+  EXPECT_TRUE(app::services::CheckPassword(own.Db(), "ADMIN", "nova"));
+  EXPECT_FALSE(app::services::CheckPassword(own.Db(), "ADMIN", "tear-32"));
   own.Exec("UPDATE TEC_USUARIO SET ATIVO = 'N'");
-  EXPECT_FALSE(app::mill::CheckPassword(own.Db(), "ADMIN", "nova"));
+  EXPECT_FALSE(app::services::CheckPassword(own.Db(), "ADMIN", "nova"));
 }
 
 TEST(Init, NobodySignsInWithoutAPassword) {
   OwnDatabase own;
-  EXPECT_FALSE(app::mill::CheckPassword(own.Db(), "ADMIN", ""));
-  EXPECT_THROW(app::mill::SetPassword(own.Db(), "ADMIN", ""), host::InputError);
-  EXPECT_THROW(app::mill::SetPassword(own.Db(), "NINGUEM", "x"), host::InputError);
+  EXPECT_FALSE(app::services::CheckPassword(own.Db(), "ADMIN", ""));
+  EXPECT_THROW(app::services::SetPassword(own.Db(), "ADMIN", ""), host::InputError);
+  EXPECT_THROW(app::services::SetPassword(own.Db(), "NINGUEM", "x"), host::InputError);
 }
 
 TEST(Init, AnEmptyPasswordMakesNoFile) {
@@ -93,7 +93,7 @@ TEST_F(DemoTest, PaperBearsTheMillsNameAndScannersReadItsFabrics) {
 }
 
 TEST_F(DemoTest, EveryFileIsBroughtInWhole) {
-  const auto order = app::mill::ImportOrder();
+  const auto order = app::tables::ImportOrder();
   for (const auto& file : app::DemoFiles()) {
     if (!file.name.ends_with(".csv")) continue;
     const std::string table(file.name.substr(0, file.name.size() - 4));

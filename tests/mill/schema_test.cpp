@@ -53,7 +53,7 @@ TEST(Schema, AFailingMigrationLeavesTheDatabaseAsItWas) {
   }
   EXPECT_EQ(app::firebird::SchemaVersion(own.Db()), version);
   EXPECT_EQ(own.Scalar("SELECT COUNT(*) FROM RDB$RELATIONS WHERE RDB$RELATION_NAME = 'NOVA_001'").AsInteger(), 0);
-  EXPECT_EQ(app::mill::ReadTableShape(own.Db(), "TECEL").Find("NOVA"), nullptr);
+  EXPECT_EQ(app::tables::ReadTableShape(own.Db(), "TECEL").Find("NOVA"), nullptr);
   own.Exec("INSERT INTO {TECEL} (NUMERO) VALUES ('000001')");
 }
 
@@ -111,7 +111,7 @@ TEST(Schema, EveryTableHasItsColumns) {
     std::istringstream words(entry);
     std::string table;
     words >> table;
-    const auto shape = app::mill::ReadTableShape(own.Db(), table);
+    const auto shape = app::tables::ReadTableShape(own.Db(), table);
     ASSERT_FALSE(shape.columns.empty()) << table;
     for (std::string column; words >> column;) {
       EXPECT_NE(shape.Find(column), nullptr) << table << '.' << column;
@@ -237,7 +237,7 @@ TEST(Schema, ReservationsAndCompositionsMayRepeatTheirKeys) {
 TEST(Schema, ARollLotMayBeLong) {
   OwnDatabase own;
   for (const char* table : {"TECELB", "MAT_ITEN", "MAT_MOV", "MAT_RESERVA", "BAIXA_FIO"}) {
-    EXPECT_GE(app::mill::ReadTableShape(own.Db(), table).Find("LOTE")->width, 32) << table;
+    EXPECT_GE(app::tables::ReadTableShape(own.Db(), table).Find("LOTE")->width, 32) << table;
   }
 }
 

@@ -3,13 +3,13 @@
 
 #include <set>
 
-#include "app/own_screens.h"
+#include "app/assembly/own_screens.h"
 #include "app/tables/table_shape.h"
 #include "registers/register_mill.h"
 
 namespace {
 
-using app::registers::RegisterDescription;
+using app::tables::RegisterDescription;
 using host::ActResult;
 
 /// A record that each register takes, besides key and text.
@@ -35,7 +35,7 @@ class EveryRegister : public test::RegisterMill, public ::testing::WithParamInte
 
 TEST_P(EveryRegister, IncludesAltersAndDeletes) {
   auto& screen = Open(Description().class_name);
-  const std::string subject = app::registers::LogSubject(Description());
+  const std::string subject = app::tables::LogSubject(Description());
   EXPECT_EQ(mill.Click(screen, "BtnIncluir"), ActResult::kDone);
   EXPECT_EQ(Focused(), Key());
   Type(screen, {{Key(), "Zé"}, {TextInput(), "Descrição à mão"}});
@@ -50,7 +50,7 @@ TEST_P(EveryRegister, IncludesAltersAndDeletes) {
   EXPECT_EQ(Stored(Description().text_column), "Ação");
   EXPECT_EQ(LastLog(), subject + "|ALTERACAO DE Zé|1|Zé|ADMIN");
 
-  mill.Person().Answer("Deseja excluir " + app::registers::RecordName(Description(), "Zé") + "?", "yes");
+  mill.Person().Answer("Deseja excluir " + app::tables::RecordName(Description(), "Zé") + "?", "yes");
   EXPECT_EQ(mill.Click(screen, "BtnExcluir"), ActResult::kDone);
   EXPECT_EQ(Stored("COUNT(*)"), "0");
   EXPECT_EQ(LastLog(), subject + "|EXCLUSAO DE Zé|2|Zé|ADMIN");
@@ -69,8 +69,8 @@ TEST_P(EveryRegister, RefusesAKeyTakenAndATextMissing) {
   Type(screen, Others(Description().class_name));
   Said();
   EXPECT_EQ(mill.Click(screen, "BtnGravar"), ActResult::kRefused);
-  EXPECT_EQ(Said(), app::registers::RecordName(Description(), "Zé", true) + " já está " +
-                        app::registers::Agreeing(Description(), "cadastrad") + ".");
+  EXPECT_EQ(Said(), app::tables::RecordName(Description(), "Zé", true) + " já está " +
+                        app::tables::Agreeing(Description(), "cadastrad") + ".");
   EXPECT_EQ(Focused(), Key());
   Type(screen, {{Key(), "Z"}, {TextInput(), "  "}});
   EXPECT_EQ(mill.Click(screen, "BtnGravar"), ActResult::kRefused);
@@ -79,7 +79,7 @@ TEST_P(EveryRegister, RefusesAKeyTakenAndATextMissing) {
 }
 
 TEST_P(EveryRegister, HasWhatTheDatabaseHas) {
-  const auto shape = app::mill::ReadTableShape(mill.Db(), Description().table);
+  const auto shape = app::tables::ReadTableShape(mill.Db(), Description().table);
   ASSERT_EQ(shape.key_columns, std::vector<std::string>{std::string(Description().Key())});
   ASSERT_NE(Description().Find(Description().text_column), nullptr);
   for (const auto& column : shape.columns) {
@@ -120,7 +120,7 @@ std::string NameOfCase(const ::testing::TestParamInfo<RegisterDescription>& info
 }
 
 INSTANTIATE_TEST_SUITE_P(Registers, EveryRegister,
-                         ::testing::ValuesIn(app::registers::Registers().begin(), app::registers::Registers().end()),
+                         ::testing::ValuesIn(app::tables::Registers().begin(), app::tables::Registers().end()),
                          NameOfCase);
 
 TEST(Registers, StandInTheMenuInTheirOrder) {
@@ -136,20 +136,20 @@ TEST(Registers, StandInTheMenuInTheirOrder) {
 
 TEST(Registers, LogSubjectsAreCapitalsAndFitTheLog) {
   const auto subject = [](std::string_view table) {
-    return app::registers::LogSubject(*app::registers::FindRegister(table));
+    return app::tables::LogSubject(*app::tables::FindRegister(table));
   };
   EXPECT_EQ(subject("MATERIAL"), "CADASTRO DE MATERIAIS");
   EXPECT_EQ(subject("DEPOSITO"), "CADASTRO DE DEPÓSITOS");
   EXPECT_EQ(subject("TNG_REGRA"), "CADASTRO DE REGRAS DE COMPOSIÇÃO");
-  for (const auto& description : app::registers::Registers()) {
-    EXPECT_LE(app::registers::LogSubject(description).size(), 40u) << description.table;
+  for (const auto& description : app::tables::Registers()) {
+    EXPECT_LE(app::tables::LogSubject(description).size(), 40u) << description.table;
   }
 }
 
 TEST(Registers, ColumnsHaveTheirCaptions) {
-  EXPECT_EQ(app::registers::CaptionOf("MATERIAL", "NE"), "Título Ne");
-  EXPECT_EQ(app::registers::CaptionOf("MATERIAL", "NADA"), "");
-  EXPECT_EQ(app::registers::CaptionOf("TECEL", "NUMERO"), "");
+  EXPECT_EQ(app::tables::CaptionOf("MATERIAL", "NE"), "Título Ne");
+  EXPECT_EQ(app::tables::CaptionOf("MATERIAL", "NADA"), "");
+  EXPECT_EQ(app::tables::CaptionOf("TECEL", "NUMERO"), "");
 }
 
 class SomeRegisters : public test::RegisterMill {};

@@ -133,7 +133,7 @@ TEST_F(Files, AFailureAtAnyStatementOfAnImportLeavesNothing) {
 
 // --- the demonstration mill, register by register -----------------------------------------------------------------
 
-class RoundTrip : public ::testing::TestWithParam<app::registers::RegisterDescription> {
+class RoundTrip : public ::testing::TestWithParam<app::tables::RegisterDescription> {
  protected:
   static void SetUpTestSuite() {
     mill_ = std::make_unique<test::Mill>();
@@ -177,12 +177,12 @@ TEST_P(RoundTrip, WhatIsExportedComesBackTheSame) {
   mill.Desk().CloseScreen(screen);
 }
 
-std::string NameOfCase(const ::testing::TestParamInfo<app::registers::RegisterDescription>& info) {
+std::string NameOfCase(const ::testing::TestParamInfo<app::tables::RegisterDescription>& info) {
   return std::string(info.param.table);
 }
 
 INSTANTIATE_TEST_SUITE_P(Registers, RoundTrip,
-                         ::testing::ValuesIn(app::registers::Registers().begin(), app::registers::Registers().end()),
+                         ::testing::ValuesIn(app::tables::Registers().begin(), app::tables::Registers().end()),
                          NameOfCase);
 
 }  // namespace

@@ -30,7 +30,7 @@ class Usage : public test::RegisterMill {
 };
 
 TEST_F(Usage, EveryReferenceToARegisterCanBeTold) {
-  for (const auto& description : app::registers::Registers()) {
+  for (const auto& description : app::tables::Registers()) {
     for (const auto& reference : app::registers::ReferencesTo(description.table)) {
       const app::registers::Place* place = app::registers::PlaceOf(reference);
       ASSERT_NE(place, nullptr) << reference.table;

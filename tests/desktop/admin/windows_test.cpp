@@ -20,7 +20,7 @@ class AdminWindows : public testing::Test {
     test::DesktopMill::Options options;
     options.prepare = [](test::Mill& mill) {
       mill.SetClock("2026-03-10 14:30:00");
-      app::mill::SetPassword(mill.Db(), "ADMIN", "velha");
+      app::services::SetPassword(mill.Db(), "ADMIN", "velha");
       mill.Insert("TEC_USUARIO", {{"CODIGO", "MARIA"}, {"NOME", "Maria Conceição"}});
       mill.Insert("TEC_PERIODO",
                   {{"AREA", "IV"}, {"DT_INICIO", "2026-02-01"}, {"DT_FIM", "2026-02-28"}, {"CONCILIADO", "S"}});
@@ -90,7 +90,7 @@ TEST_F(AdminWindows, AUserIsIncludedByKeyboard) {
   EXPECT_EQ(mill_.WidgetOf<QLabel>(screen, "LblAviso").text().toStdString(), "Registro novo: grave ou cancele.");
   Press(Qt::Key_G, Qt::AltModifier);
   EXPECT_EQ(Scalar("SELECT NOME FROM TEC_USUARIO WHERE CODIGO = 'ANA'").AsText(), "Ana Assunção");
-  EXPECT_TRUE(app::mill::CheckPassword(mill_.GetMill().Db(), "ANA", "tear"));
+  EXPECT_TRUE(app::services::CheckPassword(mill_.GetMill().Db(), "ANA", "tear"));
   EXPECT_TRUE(mill_.WidgetOf<QLabel>(screen, "LblAviso").text().isEmpty());
   EXPECT_TRUE(mill_.WidgetOf<QLineEdit>(screen, "EdtSenha").text().isEmpty());
 }
@@ -137,7 +137,7 @@ TEST_F(AdminWindows, TheOwnPasswordIsChangedByKeyboard) {
   TypeText(QStringLiteral("nova"));
   mill_.ExpectBox(QStringLiteral("Senha alterada."));
   Press(Qt::Key_G, Qt::AltModifier);
-  EXPECT_TRUE(app::mill::CheckPassword(mill_.GetMill().Db(), "ADMIN", "nova"));
+  EXPECT_TRUE(app::services::CheckPassword(mill_.GetMill().Db(), "ADMIN", "nova"));
   EXPECT_EQ(mill_.Desk().Find("TfmSenha"), nullptr);
 }
 

@@ -24,7 +24,7 @@ class RegisterWindows : public ::testing::Test {
 };
 
 TEST_F(RegisterWindows, EveryComponentHasItsWidget) {
-  for (const auto& description : app::registers::Registers()) {
+  for (const auto& description : app::tables::Registers()) {
     const host::Screen& screen = desktop.Open(description.class_name);
     EXPECT_EQ(desktop.WindowOf(screen).Mismatches().join(u'\n').toStdString(), "") << description.class_name;
     desktop.ClickOn(screen, "BtnFechar");

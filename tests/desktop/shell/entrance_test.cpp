@@ -34,7 +34,7 @@ using app::desktop::Entrance;
 class Entering : public ::testing::Test {
  protected:
   Entering() : mill_(std::make_unique<test::Mill>()) {
-    app::mill::SetPassword(mill_->Db(), "ADMIN", "segredo");
+    app::services::SetPassword(mill_->Db(), "ADMIN", "segredo");
     options_.connect.database = mill_->Path();
     options_.settings_file = File("settings");
   }

@@ -1,9 +1,8 @@
-// The host's own screens: registers that a mill without another application needs, and its administration.
+// A screen that the host brings itself, as it stands in the menu.
 #pragma once
 
 #include <functional>
 #include <memory>
-#include <span>
 #include <string_view>
 
 #include "host/kit/screen.h"
@@ -19,8 +18,5 @@ struct OwnScreenClass {
   bool for_administrator;       // in nobody else's menu
   std::function<std::unique_ptr<host::Screen>(Application&)> create;
 };
-
-/// In the order of the menu; lives as long as the program.
-std::span<const OwnScreenClass> OwnScreens();
 
 }  // namespace app
