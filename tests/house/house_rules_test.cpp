@@ -5,20 +5,22 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
-#include <regex>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
+
+#include "tests/house/sources.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-const fs::path kRoot = TECELAGEM_SOURCE_DIR;
+using house::Include;
+using house::Includes;
+using house::kRoot;
+using house::Read;
+using house::Sources;
 
 // Folder of our own to the folders it may include.
 const std::map<std::string, std::set<std::string>> kMayInclude = {
@@ -45,36 +47,6 @@ const std::set<std::string> kStandardHeaders = {
     "tuple",     "type_traits", "typeinfo",    "unordered_map", "unordered_set",
     "utility",   "variant",     "vector",      "cctype",        "ctime",
     "filesystem"};
-
-std::string Read(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-std::vector<fs::path> Sources(const std::string& folder) {
-  std::vector<fs::path> found;
-  for (const auto& entry : fs::recursive_directory_iterator(kRoot / folder)) {
-    const auto extension = entry.path().extension();
-    if (extension == ".cpp" || extension == ".h") found.push_back(entry.path());
-  }
-  return found;
-}
-
-struct Include {
-  bool angled;
-  std::string name;
-};
-
-std::vector<Include> Includes(const std::string& text) {
-  static const std::regex kInclude("^#include ([<\"])([^>\"]+)[>\"]", std::regex::multiline);
-  std::vector<Include> found;
-  for (std::sregex_iterator at(text.begin(), text.end(), kInclude), end; at != end; ++at) {
-    found.push_back({(*at)[1] == "<", (*at)[2]});
-  }
-  return found;
-}
 
 // The reason why `folder` may not include this, or nothing.
 std::string Objection(const std::string& folder, const Include& include) {
