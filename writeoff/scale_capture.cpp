@@ -54,6 +54,10 @@ int ScaleCapture::Setting(std::string_view name, int most) const {
   return value >= 0 && value <= most ? value : 0;
 }
 
+host::ScaleProtocol ScaleCapture::StoredProtocol() const {
+  return static_cast<host::ScaleProtocol>(Setting("ProtocoloBal", host::kLastScaleProtocol));
+}
+
 host::SerialPort& ScaleCapture::Port() {
   if (!port_) {
     port_ = owner_.GetHost().NewSerialPort(owner_);
@@ -70,7 +74,7 @@ void ScaleCapture::OpenAnew() {
 }
 
 void ScaleCapture::Start() {
-  protocol_ = Setting("ProtocoloBal", kContinuous);
+  protocol_ = StoredProtocol();
   if (!Continuous()) return;
   try {
     OpenAnew();
@@ -86,7 +90,7 @@ Weighing ScaleCapture::Capture() {
     const PortCloser closer(port);
     OpenAnew();
     port.Wait(kAfterOpening, {});
-    weighing.frame = protocol_ == kAsked ? Answer() : port.Read(kPrintedCharacters);
+    weighing.frame = protocol_ == host::ScaleProtocol::kAsked ? Answer() : port.Read(kPrintedCharacters);
   }
   if (weighing.frame.empty()) throw host::InputError(kSilent);
   weighing.weight = owner_.GetHost().GetFuncoes().PegaPesoBalanca(weighing.frame, kEndOfFrame);
@@ -144,7 +148,7 @@ bool ScaleCapture::SetUp() {
   if (!port.ShowSetup()) return false;
   port.StoreSettings(kKey, kSection);
   if (Continuous()) OpenAnew();
-  return Setting("ProtocoloBal", kContinuous) != protocol_;
+  return StoredProtocol() != protocol_;
 }
 
 }  // namespace writeoff

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/kit/screen.h"
+#include "host/scale_protocol.h"
 
 namespace writeoff {
 
@@ -23,7 +24,7 @@ class ScaleCapture {
   /// from now on; when its port cannot be opened, the screen works without a scale.
   void Start();
   /// The scale sends by itself, and nobody need ask it.
-  bool Continuous() const { return protocol_ == kContinuous; }
+  bool Continuous() const { return protocol_ == host::ScaleProtocol::kContinuous; }
 
   /// Asks for the weight: opens the port, waits, reads, closes. Throws host::InputError in one sentence when there is
   /// none.
@@ -39,20 +40,17 @@ class ScaleCapture {
   bool SetUp();
 
  private:
-  static constexpr int kPrinted = 0;  // the scale has sent when its port is read
-  static constexpr int kAsked = 1;
-  static constexpr int kContinuous = 2;
-
   host::SerialPort& Port();
   void OpenAnew();
   void ComPortRxChar();
   std::string Answer();
   bool Await();
   void Listen();
+  host::ScaleProtocol StoredProtocol() const;
   int Setting(std::string_view name, int most) const;
 
   host::Screen& owner_;
-  int protocol_ = kPrinted;
+  host::ScaleProtocol protocol_ = host::ScaleProtocol::kPrinted;
   std::unique_ptr<host::SerialPort> port_;
   std::string answer_;
   bool awaits_answer_ = false;

@@ -46,7 +46,7 @@ void Must(bool right, const std::string& what) {
 }  // namespace
 
 void CheckSimulator(const Arguments& arguments) {
-  Must(arguments.protocol >= 0 && arguments.protocol <= 2, "--protocol é 0, 1 ou 2");
+  Must(arguments.protocol >= 0 && arguments.protocol <= host::kLastScaleProtocol, "--protocol é 0, 1 ou 2");
   Must(BehaviourNamed(arguments.behaviour).has_value(), "--behaviour é um destes: " + BehaviourNames());
   Must(arguments.weight >= 0 && arguments.weight < kHeaviest, "--weight é um peso em kg");
   Must(arguments.decimals >= 0 && arguments.decimals <= kMostDecimals, "--decimals é um número de 0 a 7");
@@ -56,7 +56,7 @@ void CheckSimulator(const Arguments& arguments) {
 
 int SimulateScale(const Arguments& arguments) {
   scale::SimulatorOptions options;
-  options.protocol = arguments.protocol;
+  options.protocol = static_cast<host::ScaleProtocol>(arguments.protocol);
   options.behaviour = BehaviourNamed(arguments.behaviour).value_or(scale::Behaviour::kSteady);
   options.weight = arguments.weight;
   options.decimals = arguments.decimals;
@@ -65,7 +65,7 @@ int SimulateScale(const Arguments& arguments) {
   scale::Simulator simulated(options);
   std::signal(SIGINT, Interrupt);
   std::signal(SIGTERM, Interrupt);
-  std::cout << "Balança simulada na porta " << simulated.PortName() << ", protocolo " << options.protocol << ", "
+  std::cout << "Balança simulada na porta " << simulated.PortName() << ", protocolo " << arguments.protocol << ", "
             << arguments.behaviour << ". Ctrl+C termina." << std::endl;
   const bool endless = arguments.seconds <= 0;
   const auto time = std::chrono::duration<double>(std::min(arguments.seconds, kLongest));

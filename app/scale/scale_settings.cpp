@@ -87,7 +87,9 @@ ScaleSettings LoadScaleSettings(host::UserSettings& settings, std::string_view k
   stored.OneOf("FlowControl", kFlows, port.flow);
   stored.Flag("DTR", port.dtr);
   stored.Flag("RTS", port.rts);
-  stored.Integer("ProtocoloBal", 0, 2, values.protocol);
+  int protocol = static_cast<int>(values.protocol);
+  stored.Integer("ProtocoloBal", 0, host::kLastScaleProtocol, protocol);
+  values.protocol = static_cast<host::ScaleProtocol>(protocol);
   stored.Integer("Decimal", 0, 9, values.decimals);
   return values;
 }
@@ -104,7 +106,7 @@ void StoreScaleSettings(host::UserSettings& settings, std::string_view key, std:
   stored.Write("FlowControl", WordOf(kFlows, port.flow));
   stored.Write("DTR", port.dtr ? 1 : 0);
   stored.Write("RTS", port.rts ? 1 : 0);
-  stored.Write("ProtocoloBal", values.protocol);
+  stored.Write("ProtocoloBal", static_cast<int>(values.protocol));
   stored.Write("Decimal", values.decimals);
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "host/host.h"
+#include "host/scale_protocol.h"
 
 namespace app::scale {
 
@@ -26,8 +27,8 @@ struct PortSettings {
 
 struct ScaleSettings {
   PortSettings port;
-  int protocol = 0;  // "ProtocoloBal": 0, 1 or 2
-  int decimals = 0;  // "Decimal": of protocol 2
+  host::ScaleProtocol protocol = host::ScaleProtocol::kPrinted;  // "ProtocoloBal"
+  int decimals = 0;                                              // "Decimal": of protocol 2
 
   bool operator==(const ScaleSettings&) const = default;
 };

@@ -9,7 +9,6 @@
 namespace app::scale {
 namespace {
 
-constexpr int kContinuous = 2;
 // STX and these are nine of the ten characters that a station reads of a frame.
 constexpr std::size_t kMostDigits = 8;
 constexpr std::size_t kFewestDigits = 6;
@@ -52,13 +51,14 @@ std::string Digits(double weight, int decimals) {
 }
 
 std::string Whole(const SimulatorOptions& scale, double weight) {
-  if (scale.protocol != kContinuous) return WithWords("ST", '+', host::FormatNumber("0.000", weight));
+  if (scale.protocol != host::ScaleProtocol::kContinuous)
+    return WithWords("ST", '+', host::FormatNumber("0.000", weight));
   return '\x02' + Digits(weight, scale.decimals) + '\r';
 }
 
 // Digits have no place for a state: letters stand in theirs.
 std::string Unwilling(const SimulatorOptions& scale) {
-  const bool words = scale.protocol != kContinuous;
+  const bool words = scale.protocol != host::ScaleProtocol::kContinuous;
   switch (scale.behaviour) {
     case Behaviour::kUnstable:
       return words ? WithWords("US", '+', host::FormatNumber("0.000", scale.weight)) : "\x02IIIIII\r";

@@ -21,7 +21,6 @@ namespace fs = std::filesystem;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-constexpr int kAsked = 1;
 constexpr milliseconds kSlowness(3000);
 
 #ifdef _WIN32
@@ -69,7 +68,7 @@ SimulatorOptions Simulator::Now() const {
 
 milliseconds Simulator::Delay() const {
   if (behaviour_ == Behaviour::kSlow) return kSlowness;
-  return options_.protocol == kAsked ? milliseconds(0) : options_.interval;
+  return options_.protocol == host::ScaleProtocol::kAsked ? milliseconds(0) : options_.interval;
 }
 
 #ifdef _WIN32
@@ -113,7 +112,7 @@ void Simulator::Hear() {
   for (ssize_t count = read(far_end_, bytes, sizeof bytes); count > 0; count = read(far_end_, bytes, sizeof bytes)) {
     const auto asked = static_cast<int>(std::count(bytes, bytes + count, kRequest));
     requests_ += asked;
-    if (asked > 0 && options_.protocol == kAsked) due_ = steady_clock::now() + Delay();
+    if (asked > 0 && options_.protocol == host::ScaleProtocol::kAsked) due_ = steady_clock::now() + Delay();
   }
 }
 
@@ -134,7 +133,7 @@ void Simulator::Serve(milliseconds time) {
     }
     const Moment now = steady_clock::now();
     if (now >= end) return;
-    if (options_.protocol != kAsked && !due_) due_ = now + Delay();
+    if (options_.protocol != host::ScaleProtocol::kAsked && !due_) due_ = now + Delay();
     if (due_ && *due_ <= now) {
       due_.reset();
       Send();

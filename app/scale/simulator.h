@@ -9,6 +9,8 @@
 #include <string_view>
 #include <utility>
 
+#include "host/scale_protocol.h"
+
 namespace app::scale {
 
 enum class Behaviour {
@@ -37,7 +39,7 @@ inline constexpr std::array<std::pair<Behaviour, std::string_view>, 9> kBehaviou
 }};
 
 struct SimulatorOptions {
-  int protocol = 0;  // 0 and 2 send without being asked, 1 answers ENQ
+  host::ScaleProtocol protocol = host::ScaleProtocol::kPrinted;  // all but kAsked send without being asked
   Behaviour behaviour = Behaviour::kSteady;
   double weight = 20.5;  // kilograms
   int decimals = 2;      // what the station has as "Decimal" for protocol 2

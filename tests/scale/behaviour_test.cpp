@@ -25,7 +25,7 @@ constexpr milliseconds kInterval(50);
 
 SimulatorOptions Options(int protocol, Behaviour behaviour) {
   SimulatorOptions options;
-  options.protocol = protocol;
+  options.protocol = static_cast<host::ScaleProtocol>(protocol);
   options.behaviour = behaviour;
   options.interval = kInterval;
   return options;

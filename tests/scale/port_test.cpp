@@ -32,7 +32,7 @@ constexpr const char* kRequest = "\x05";
 
 SimulatorOptions Options(int protocol, Behaviour behaviour = Behaviour::kSteady, double weight = 20.5) {
   SimulatorOptions options;
-  options.protocol = protocol;
+  options.protocol = static_cast<host::ScaleProtocol>(protocol);
   options.behaviour = behaviour;
   options.weight = weight;
   options.interval = milliseconds(40);
@@ -122,7 +122,7 @@ TEST(Port, SettingsAreLoadedSetUpAndStored) {
     offered = values;
     values.port.port = "COM4";
     values.port.baud_rate = 4800;
-    values.protocol = 2;
+    values.protocol = host::ScaleProtocol::kContinuous;
     return true;
   };
   EXPECT_TRUE(program.port->ShowSetup());

@@ -47,7 +47,7 @@ TEST_F(ScaleSettingsFile, NeverStored) {
   EXPECT_EQ(values.port.flow, FlowControl::kNone);
   EXPECT_FALSE(values.port.dtr);
   EXPECT_FALSE(values.port.rts);
-  EXPECT_EQ(values.protocol, 0);
+  EXPECT_EQ(values.protocol, host::ScaleProtocol::kPrinted);
   EXPECT_EQ(values.decimals, 0);
 }
 
@@ -57,7 +57,7 @@ TEST_F(ScaleSettingsFile, EveryValueComesBack) {
       for (const double stop : {1.0, 1.5, 2.0}) {
         ScaleSettings values;
         values.port = {"/dev/ttyUSB0", 4800, parity, 7, stop, flow, true, true};
-        values.protocol = 2;
+        values.protocol = host::ScaleProtocol::kContinuous;
         values.decimals = 3;
         Store(values);
         EXPECT_EQ(Load(), values);
@@ -69,7 +69,7 @@ TEST_F(ScaleSettingsFile, EveryValueComesBack) {
 TEST_F(ScaleSettingsFile, IsPlainLines) {
   ScaleSettings values;
   values.port.port = "COM3";
-  values.protocol = 1;
+  values.protocol = host::ScaleProtocol::kAsked;
   Store(values);
   std::ifstream file(path_);
   std::string all((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());

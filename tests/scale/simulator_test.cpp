@@ -23,7 +23,7 @@ using test::WhatWasTold;
 
 SimulatorOptions Options(int protocol, double weight, int decimals = 2) {
   SimulatorOptions options;
-  options.protocol = protocol;
+  options.protocol = static_cast<host::ScaleProtocol>(protocol);
   options.weight = weight;
   options.decimals = decimals;
   return options;

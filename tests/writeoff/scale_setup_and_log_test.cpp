@@ -64,7 +64,7 @@ TEST_F(SetUp, GivenUpLeavesEverything) {
 }
 
 TEST_F(SetUp, AnotherProtocolHoldsForTheNextScreen) {
-  person_.set_up = [](app::scale::ScaleSettings& settings) { settings.protocol = 1; };
+  person_.set_up = [](app::scale::ScaleSettings& settings) { settings.protocol = host::ScaleProtocol::kAsked; };
   EXPECT_EQ(F10(), ActResult::kDone);
   EXPECT_EQ(Texts(), Lines({"O protocolo escolhido vale a partir da próxima abertura desta tela."}));
   EXPECT_EQ(Stored("ProtocoloBal"), "1");

@@ -38,7 +38,6 @@ constexpr int kRawLines = 5;
 constexpr int kRawCharacters = 64;
 constexpr int kSlowest = 50;
 constexpr int kFastest = 4000000;
-constexpr int kContinuous = 2;
 constexpr int kMostDecimals = 9;
 constexpr std::array<int, 10> kRates = {300, 600, 1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
 // The digits that the example is made of; more when more are decimals.
@@ -200,7 +199,7 @@ QWidget* ScaleSetup::NewScaleBox(const ScaleSettings& settings) {
   auto* grid = new QGridLayout(box);
   protocol_->setObjectName(QStringLiteral("Protocol"));
   for (const Protocol& protocol : kProtocols) protocol_->addItem(QString::fromUtf8(protocol.name));
-  protocol_->setCurrentIndex(settings.protocol);
+  protocol_->setCurrentIndex(static_cast<int>(settings.protocol));
   meaning_->setObjectName(QStringLiteral("Meaning"));
   meaning_->setWordWrap(true);
   meaning_->setMinimumHeight(2 * fontMetrics().lineSpacing());
@@ -254,7 +253,7 @@ QWidget* ScaleSetup::NewTrialBox() {
 void ScaleSetup::ShowProtocol() {
   const int protocol = protocol_->currentIndex();
   meaning_->setText(QString::fromUtf8(kProtocols[static_cast<std::size_t>(protocol)].meaning));
-  const bool digits = protocol == kContinuous;
+  const bool digits = static_cast<host::ScaleProtocol>(protocol) == host::ScaleProtocol::kContinuous;
   for (QWidget* widget :
        {static_cast<QWidget*>(decimals_caption_), static_cast<QWidget*>(decimals_), static_cast<QWidget*>(example_)}) {
     widget->setEnabled(digits);
@@ -305,7 +304,7 @@ std::optional<ScaleSettings> ScaleSetup::Entered() {
   port.flow = Chosen(*flow_, kFlows);
   port.dtr = dtr_->isChecked();
   port.rts = rts_->isChecked();
-  settings.protocol = protocol_->currentIndex();
+  settings.protocol = static_cast<host::ScaleProtocol>(protocol_->currentIndex());
   settings.decimals = decimals_->value();
   return settings;
 }

@@ -21,8 +21,6 @@ namespace {
 // The time that a station waits before it reads, and how often.
 constexpr int kTickMilliseconds = 500;
 constexpr int kTicks = 12;
-constexpr int kAsked = 1;
-constexpr int kContinuous = 2;
 constexpr const char* kRequest = "\x05";  // ENQ
 constexpr const char* kKey = "Venda";
 constexpr const char* kSection = "Parametros";
@@ -118,7 +116,7 @@ void ScaleTrial::Tick() {
   try {
     if (!lost_.empty()) throw host::InputError(lost_);
     // The first half second of a scale that is asked is the station's wait after opening.
-    const bool listened = settings_.protocol != kAsked || asked_;
+    const bool listened = settings_.protocol != host::ScaleProtocol::kAsked || asked_;
     if (listened) emit Heard(ToQt(host::RawBytes(received_.substr(0, kMostShown))), MeaningOf(received_));
     received_.clear();
     if (++ticks_ >= kTicks || !port_) {
@@ -126,7 +124,7 @@ void ScaleTrial::Tick() {
       return;
     }
     received_ += port_->Read(1);  // a port that went away says so here
-    if (settings_.protocol == kAsked) {
+    if (settings_.protocol == host::ScaleProtocol::kAsked) {
       port_->Write(kRequest);
       asked_ = true;
     }
@@ -137,11 +135,12 @@ void ScaleTrial::Tick() {
 }
 
 QString ScaleTrial::MeaningOf(const std::string& received) const {
-  if (settings_.protocol == kContinuous && !received.empty()) return DigitsMeaning(received, settings_.decimals);
+  if (settings_.protocol == host::ScaleProtocol::kContinuous && !received.empty())
+    return DigitsMeaning(received, settings_.decimals);
   // As much as a station reads of it.
   constexpr std::size_t kSent = 50;
   constexpr std::size_t kAnswered = 30;
-  const std::size_t most = settings_.protocol == kAsked ? kAnswered : kSent;
+  const std::size_t most = settings_.protocol == host::ScaleProtocol::kAsked ? kAnswered : kSent;
   try {
     const double weight = scale::WeightOfFrame(received.substr(0, most), '\r');
     return QStringLiteral("Peso lido: %1 kg").arg(ToQt(host::FormatNumber("0.000", weight, ',')));

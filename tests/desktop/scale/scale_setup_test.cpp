@@ -64,7 +64,7 @@ class Scale {
   ScaleSettings Settings(int protocol, int decimals = 2) const {
     ScaleSettings settings;
     settings.port.port = simulator_.PortName();
-    settings.protocol = protocol;
+    settings.protocol = static_cast<host::ScaleProtocol>(protocol);
     settings.decimals = decimals;
     return settings;
   }
@@ -77,7 +77,7 @@ class Scale {
 
 app::scale::SimulatorOptions Options(int protocol, Behaviour behaviour = Behaviour::kSteady) {
   app::scale::SimulatorOptions options;
-  options.protocol = protocol;
+  options.protocol = static_cast<host::ScaleProtocol>(protocol);
   options.behaviour = behaviour;
   return options;
 }
@@ -86,7 +86,7 @@ TEST_F(SetUpOfTheScale, ShowsWhatIsSetAndEnterTakesIt) {
   ScaleSettings settings;
   settings.port = {"/dev/ttyUSB7", 4800, app::scale::Parity::kEven, 7, 2, app::scale::FlowControl::kSoftware,
                    true,           true};
-  settings.protocol = 2;
+  settings.protocol = host::ScaleProtocol::kContinuous;
   settings.decimals = 3;
   const ScaleSettings before = settings;
   EXPECT_TRUE(SetUp(settings, [](QWidget& box) {
@@ -137,7 +137,7 @@ TEST_F(SetUpOfTheScale, EverythingCanBeChanged) {
   EXPECT_EQ(settings.port.flow, app::scale::FlowControl::kHardware);
   EXPECT_TRUE(settings.port.dtr);
   EXPECT_TRUE(settings.port.rts);
-  EXPECT_EQ(settings.protocol, 1);
+  EXPECT_EQ(settings.protocol, host::ScaleProtocol::kAsked);
 }
 
 TEST_F(SetUpOfTheScale, WhatCannotBeIsToldInTheDialog) {

@@ -27,7 +27,7 @@ using app::scale::Behaviour;
 using std::chrono::milliseconds;
 
 constexpr int kRollsOfShift = 500;
-constexpr int kContinuous = 2;
+constexpr int kContinuous = static_cast<int>(host::ScaleProtocol::kContinuous);
 constexpr int kBeforeTheNextOrder = 5;
 constexpr double kTare = 0.3;
 constexpr const char* kArticle = "7891234567895";
@@ -92,7 +92,7 @@ class StationShift : public ::testing::Test {
   void PlugIn() {
     scale_.reset();  // its link goes with it
     app::scale::SimulatorOptions options;
-    options.protocol = protocol_;
+    options.protocol = static_cast<host::ScaleProtocol>(protocol_);
     options.interval = milliseconds(40);
     options.link = Port().toStdString();
     if (protocol_ == kContinuous) options.behaviour = Behaviour::kSilent;

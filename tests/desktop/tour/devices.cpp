@@ -13,14 +13,13 @@ namespace tour {
 namespace {
 
 constexpr std::chrono::minutes kLongerThanTheWalk{10};
-constexpr int kAskedForWeight = 1;  // the scale's protocol
-constexpr int kLabelDpi = 203;      // of common label printers
+constexpr int kLabelDpi = 203;  // of common label printers
 constexpr int kLabelMargin = 8;
 constexpr QRgb kTable = qRgb(200, 200, 200);
 
 app::scale::SimulatorOptions Scale(const std::string& folder) {
   app::scale::SimulatorOptions scale;
-  scale.protocol = kAskedForWeight;
+  scale.protocol = host::ScaleProtocol::kAsked;
   scale.link = folder + "/balanca";
   return scale;
 }
