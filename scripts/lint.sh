@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 
 sources() { git ls-files '*.cpp' '*.h'; }
 read_by_tidy() {
-  git ls-files 'host/*.cpp' 'orders/*.cpp' 'writeoff/*.cpp' 'yarn/*.cpp' 'composition/*.cpp' 'module/*.cpp' 'app/*.cpp'
+  git ls-files 'host/*.cpp' 'weaving/*.cpp' 'orders/*.cpp' 'writeoff/*.cpp' 'yarn/*.cpp' 'composition/*.cpp' 'module/*.cpp' 'app/*.cpp'
 }
 
 # The files of read_by_tidy that differ from the commit in .ci/tidied, or include a header that does. All of them where

@@ -10,6 +10,8 @@ namespace weaving {
 inline constexpr std::string_view kOrderSubject = "ORDEM DE TECELAGEM";
 /// Rolls written off and taken back, what failed about them, reservations given up, labels, weights read.
 inline constexpr std::string_view kRollSubject = "BAIXAS DA TECELAGEM";
+/// Compositions of fabrics included and altered.
+inline constexpr std::string_view kCompositionSubject = "CADASTRO DE COMPOSICAO";
 
 /// Characters of a log text; what is longer is cut by whoever writes it.
 inline constexpr std::size_t kLogWidth = 150;

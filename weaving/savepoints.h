@@ -16,5 +16,7 @@ inline constexpr std::string_view kBeforeFabric = "ANTES_DA_MALHA";
 inline constexpr std::string_view kBeforeReversal = "ANTES_DO_ESTORNO";
 /// After a weight was read and logged: it was read, whatever becomes of the roll.
 inline constexpr std::string_view kWeighed = "PESAGEM_REGISTRADA";
+/// Before the labels of an item are replaced by new ones.
+inline constexpr std::string_view kBeforeLabels = "ETIQUETAS";
 
 }  // namespace weaving
