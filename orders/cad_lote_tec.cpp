@@ -2,6 +2,8 @@
 #include "orders/cad_lote_tec.h"
 
 #include "host/errors.h"
+#include "weaving/deposits.h"
+#include "weaving/parameters.h"
 
 namespace orders {
 
@@ -15,6 +17,7 @@ TfmCadLoteTec::TfmCadLoteTec(host::Host& host)
       report_(host),
       labels_(host),
       fabrics_(host),
+      prices_(host),
       explosion_(host, TbFios),
       stock_(host, TbFios, TbEstoque),
       reservation_(*this, TbFios, TbEstoque) {
@@ -35,7 +38,7 @@ void TfmCadLoteTec::FormCreate() {
     }
     PqMalharia.SetFilter(fabrics_.MillFilter());
     PqMaterial.SetFilter(fabrics_.MaterialFilter());
-    reservation_.SetChecked(funcoes_.BuscaParametro("MAL", 90) == "S");
+    reservation_.SetChecked(weaving::Parameters(funcoes_).ReservationsChecked());
   } catch (...) {
     FormClose();
     throw;
@@ -133,8 +136,7 @@ void TfmCadLoteTec::BuscaEstoqueFio() {
     const Quiet quiet(*this);
     stock_.Load(EdtNumero.Text());
   }
-  const std::string key = funcoes_.Aspas(EdtMalharia.Text()) + ";" + funcoes_.Aspas("5");
-  EdtFilDeposito.SetText(funcoes_.Busca_Valor("DEPOSITO", "CODCLI;PRIORIDADE", "CODIGO", key, true, true).AsText());
+  EdtFilDeposito.SetText(weaving::YarnDepositOf(funcoes_, EdtMalharia.Text()));
   FiltraEstoqueFios();
 }
 

@@ -12,8 +12,8 @@
 #include "host/kit/lookup.h"
 #include "host/kit/report.h"
 #include "host/kit/screen.h"
+#include "orders/cad_lote_tec_fields.h"
 #include "orders/fabric_rules.h"
-#include "orders/fields.h"
 #include "orders/order_report.h"
 #include "orders/order_search.h"
 #include "orders/order_store.h"
@@ -22,6 +22,8 @@
 #include "orders/yarn_explosion.h"
 #include "orders/yarn_reservation.h"
 #include "orders/yarn_stock.h"
+#include "weaving/mill_price.h"
+#include "weaving/stock_lot.h"
 
 namespace orders {
 
@@ -173,7 +175,7 @@ class TfmCadLoteTec : public host::Screen {
   host::Dataset TbFios{*this, "TbFios", YarnFields()};
   host::Grid GrdFios{*this, "GrdFios", TbFios, YarnColumns()};
   host::Edit EdtFilDeposito{*this, "EdtFilDeposito", "Depósito", host::EditKind::kText, 6};
-  host::Edit EdtFilLote{*this, "EdtFilLote", "Lote", host::EditKind::kText, 32};
+  host::Edit EdtFilLote{*this, "EdtFilLote", "Lote", host::EditKind::kText, weaving::kLotWidth};
   host::Edit EdtFilLocal{*this, "EdtFilLocal", "Local", host::EditKind::kText, 30};
   host::Dataset TbEstoque{*this, "TbEstoque", StockFields()};
   host::Grid GrdEstoque{*this, "GrdEstoque", TbEstoque, StockColumns()};
@@ -281,6 +283,7 @@ class TfmCadLoteTec : public host::Screen {
   OrderReport report_;
   RollLabels labels_;
   FabricRules fabrics_;
+  weaving::MillPrice prices_;
   YarnExplosion explosion_;
   YarnStock stock_;
   YarnReservation reservation_;

@@ -4,7 +4,7 @@
 
 #include "host/decimal.h"
 #include "host/errors.h"
-#include "orders/busy.h"
+#include "host/kit/busy.h"
 #include "orders/cad_lote_tec.h"
 
 namespace orders {
@@ -100,7 +100,7 @@ void TfmCadLoteTec::RequireUnchanged(std::string_view outcome) {
   if (change == OrderChange::kNone) return;
   const std::string by_whom = change == OrderChange::kNotShown ? std::string() : watch_.ByWhom(number);
   if (Confirm(WhatHappened(change, number, by_whom) + " " + std::string(outcome) + " " + WhatNow(change))) {
-    const Busy busy(*this);
+    const host::Busy busy(*this);
     ShowStored();
   }
   throw host::Abort();

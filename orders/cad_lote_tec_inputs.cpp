@@ -1,7 +1,8 @@
 // The inputs of the order screen: what happens while a code is typed, when an input is left, and in its lookup.
 #include "host/errors.h"
-#include "orders/busy.h"
+#include "host/kit/busy.h"
 #include "orders/cad_lote_tec.h"
+#include "weaving/hold.h"
 
 namespace orders {
 void TfmCadLoteTec::WireInputs() {
@@ -61,7 +62,7 @@ void TfmCadLoteTec::ShowDescription(const host::Edit& code, host::Label& label, 
 }
 
 void TfmCadLoteTec::EdtNumeroExit() {
-  const Busy busy(*this);
+  const host::Busy busy(*this);
   if (EdtNumero.Text().empty()) {
     RequireRight("A");
     StartOrder();
@@ -73,7 +74,7 @@ void TfmCadLoteTec::EdtNumeroExit() {
 // Another station's save deletes the order and inserts it anew. Read just then without a hold on it, the order may not
 // be found and be taken for a new one, or come without some of its items.
 void TfmCadLoteTec::ShowStored() {
-  database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
+  weaving::HoldOrder(database_, EdtNumero.Text());
   if (store_.Exists(EdtNumero.Text())) {
     BuscaDados();
     return;

@@ -41,7 +41,7 @@ void TfmCadLoteTec::LeaveCode() {
   host::SharedDataset& compositions = GetHost().GetTabela().Dataset("tbCompMaterial");
   const bool composed = compositions.Locate("MATERIAL", {code});
   double cost = TbItens["Custo"].AsFloat();
-  if (cost == 0) cost = fabrics_.MillCost(EdtMalharia.Text(), code);
+  if (cost == 0) cost = prices_.Agreed(EdtMalharia.Text(), code);
   if (cost == 0) Refuse("Não é possível continuar.\nCadastre o custo da malha primeiro para continuar.");
 
   for (const char* name : {"Descricao", "Unidade", "Peso"}) TbItens[name].Set(materials.FieldByName(name));
@@ -61,7 +61,7 @@ void TfmCadLoteTec::LeaveColour() {
   const auto description = fabrics_.ColourOf(code, colour);
   if (!description) Refuse("Cor não cadastrada.");
   double cost = 0;
-  if (!store_.ItemExists(EdtNumero.Text(), code, colour)) cost = fabrics_.MillCost(EdtMalharia.Text(), code, colour);
+  if (!store_.ItemExists(EdtNumero.Text(), code, colour)) cost = prices_.Agreed(EdtMalharia.Text(), code, colour);
   TbItens["DescCor"].Set(*description);
   if (cost > 0) TbItens["Custo"].Set(cost);
 }

@@ -1,14 +1,15 @@
 // From the order to paper and labels: the printout, metres made into a quantity, the labels of the rolls to come.
 #include "host/decimal.h"
 #include "host/errors.h"
+#include "host/kit/busy.h"
 #include "host/text.h"
-#include "orders/busy.h"
 #include "orders/cad_lote_tec.h"
+#include "weaving/audit.h"
+#include "weaving/hold.h"
+#include "weaving/savepoints.h"
 
 namespace orders {
 namespace {
-
-constexpr const char* kLogSubject = "ORDEM DE TECELAGEM";
 
 std::string NoRoomForLabels(const std::string& order, std::int64_t last, std::int64_t wanted) {
   return "A ordem " + order + " tem lugar para " + std::to_string(RollLabels::kLastSequence - last) +
@@ -71,7 +72,7 @@ void TfmCadLoteTec::BtnImprimirClick() {
   }
   const Printing printing(*this);
   {
-    const Busy busy(*this);
+    const host::Busy busy(*this);
     ReadPrintedOrder();
   }
   funcoes_.Chama_Relatorio(&RvTecelagem, &prTxReport, "WTecLoteCad", *this, "W", {.preview = true});
@@ -80,7 +81,7 @@ void TfmCadLoteTec::BtnImprimirClick() {
 // All of it from the same order: a save of another station deletes the order and inserts it anew.
 void TfmCadLoteTec::ReadPrintedOrder() {
   const std::string number = EdtNumero.Text();
-  database_.LockRow("TECEL", "NUMERO", number);
+  weaving::HoldOrder(database_, number);
   const auto order = report_.Order(number);
   if (order->IsEmpty()) Refuse("A ordem " + number + " acaba de ser excluída. Nada foi impresso.");
   QryRelatorio.LoadFrom(*order);
@@ -183,7 +184,7 @@ void TfmCadLoteTec::GeraEtiquetas(int quantidade) {
 }
 
 LabelledItem TfmCadLoteTec::HeldItemForLabels() {
-  database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
+  weaving::HoldOrder(database_, EdtNumero.Text());
   LabelledItem item = ItemForLabels();
   // Deleted with its row, the stock would be gone without a movement.
   if (const auto lot = labels_.LotWithStock(item)) {
@@ -194,18 +195,18 @@ LabelledItem TfmCadLoteTec::HeldItemForLabels() {
 
 // A refusal is a box, which would make the labels' deletion durable: it is undone first.
 void TfmCadLoteTec::WriteLabels(const LabelledItem& item, bool replace, int count) {
-  database_.SetSavepoint("ETIQUETAS");
+  database_.SetSavepoint(weaving::kBeforeLabels);
   if (replace) {
     labels_.Delete(item);
-    funcoes_.GeraLog(kLogSubject, "ETIQUETAS SUBSTITUIDAS NO LOTE: " + item.order, host::LogOperation::kAlteration,
-                     item.order, nullptr);
+    funcoes_.GeraLog(weaving::kOrderSubject, "ETIQUETAS SUBSTITUIDAS NO LOTE: " + item.order,
+                     host::LogOperation::kAlteration, item.order, nullptr);
   }
   const std::int64_t last = labels_.LastSequence(item.order);
   if (count > RollLabels::kLastSequence - last) {
-    database_.RollbackTo("ETIQUETAS");
+    database_.RollbackTo(weaving::kBeforeLabels);
     Refuse(NoRoomForLabels(item.order, last, count));
   }
-  for (int label = 1; label <= count; ++label) labels_.Insert(item, last + label);
+  labels_.Insert(item, last, count);
 }
 
 }  // namespace orders

@@ -1,11 +1,13 @@
 // The order as a record: load, save, delete, duplicate, clear.
 #include "host/errors.h"
 #include "orders/cad_lote_tec.h"
+#include "weaving/audit.h"
+#include "weaving/expected_rolls.h"
+#include "weaving/hold.h"
 
 namespace orders {
 namespace {
 
-constexpr const char* kLogSubject = "ORDEM DE TECELAGEM";
 constexpr const char* kWrittenOff = "Lote com baixas. Impossível excluir.";
 
 std::string ColourOutsideComposition(const std::string& code, const std::string& colour) {
@@ -100,7 +102,7 @@ void TfmCadLoteTec::AppendItem(const host::TTIQuery& order) {
   TbItens["Observacao"].Set(order.FieldByName("OBS_MAT"));
   TbItens["CodAnt"].Set(order.FieldByName("CODIGO"));
   TbItens["CorAnt"].Set(order.FieldByName("COR"));
-  TbItens["Qtde_Rolo"].Set(ExpectedRolls(TbItens["Qtde"].AsFloat(), TbItens["KgRolo"].AsFloat()));
+  TbItens["Qtde_Rolo"].Set(weaving::ExpectedRolls(TbItens["Qtde"].AsFloat(), TbItens["KgRolo"].AsFloat()));
   TbItens.Post();
 }
 
@@ -148,7 +150,7 @@ void TfmCadLoteTec::BtnGravarClick() {
   // order, so they come before it.
   TbItens.Post();
   TbEstoque.Post();
-  database_.LockRow("TECEL", "NUMERO", EdtNumero.Text());
+  weaving::HoldOrder(database_, EdtNumero.Text());
   RequireUnchanged("Nada foi gravado.");
   CheckItems(MillChanged());
   KeepWrittenOffItems();
@@ -172,7 +174,7 @@ void TfmCadLoteTec::CheckItems(bool mill_changed) {
       RefuseItem(item, ColourOutsideComposition(code, colour));
     }
     // An order that keeps its mill keeps the costs that were agreed.
-    if (mill_changed && fabrics_.MillCost(EdtMalharia.Text(), code) == 0) {
+    if (mill_changed && prices_.Agreed(EdtMalharia.Text(), code) == 0) {
       RefuseItem(item, "Custo da malha não cadastrado para a malharia selecionada. Impossível continuar.");
     }
   }
@@ -221,14 +223,13 @@ void TfmCadLoteTec::GravaDados() {
   }
   const OrderHeader header = HeaderOnScreen();
   if (store_.Exists(header.number)) {
-    funcoes_.GeraLog(kLogSubject, "ALTERACAO DA ORDEM NR. " + header.number, host::LogOperation::kAlteration,
+    funcoes_.GeraLog(weaving::kOrderSubject, "ALTERACAO DA ORDEM NR. " + header.number, host::LogOperation::kAlteration,
                      header.number, nullptr);
   } else {
-    funcoes_.GeraLog(kLogSubject, "INCLUSAO DA ORDEM NR. " + header.number, host::LogOperation::kInclusion,
+    funcoes_.GeraLog(weaving::kOrderSubject, "INCLUSAO DA ORDEM NR. " + header.number, host::LogOperation::kInclusion,
                      header.number, nullptr);
   }
-  store_.DeleteHeaderAndItems(header.number);
-  store_.InsertHeader(header);
+  store_.Replace(header);
   for (OrderItem& item : ItemsOnScreen()) {
     // The rolls know better than the screen, which may have been open for hours.
     item.written_off = BuscaQtdeB(header.number, item.code, item.colour);
@@ -278,13 +279,13 @@ void TfmCadLoteTec::BtnExcluirClick() {
   }
   if (!Confirm("Deseja excluir totalmente a Ordem de Tecelagem?")) return;
   const std::string number = EdtNumero.Text();
-  database_.LockRow("TECEL", "NUMERO", number);
+  weaving::HoldOrder(database_, number);
   // The screen may be older than the last roll, which would be left without its order.
   if (!store_.WrittenOffItems(number).empty()) Refuse(kWrittenOff);
   RequireUnchanged("Nada foi excluído.");
-  store_.DeleteHeaderAndItems(number);
-  store_.DeleteReservationsAndPlanning(number);
-  funcoes_.GeraLog(kLogSubject, "EXCLUSAO DA ORDEM NR. " + number, host::LogOperation::kDeletion, number, nullptr);
+  store_.Delete(number);
+  funcoes_.GeraLog(weaving::kOrderSubject, "EXCLUSAO DA ORDEM NR. " + number, host::LogOperation::kDeletion, number,
+                   nullptr);
   database_.MakeDurable();
   LimpaTela();
   DBGrid6.SetEnabled(true);
@@ -299,13 +300,13 @@ void TfmCadLoteTec::BitBtn5Click() {
   OrderHeader copy = HeaderOnScreen();
   copy.number = funcoes_.Proximo("TECEL", "NUMERO", 6, true);
   copy.start = GetHost().GetClock().Today();
-  store_.InsertHeader(copy);
-  for (OrderItem& item : ItemsOnScreen()) {
+  std::vector<OrderItem> items = ItemsOnScreen();
+  for (OrderItem& item : items) {
     item.closed.clear();
     item.written_off = 0;
-    store_.InsertItem(copy.number, item);
   }
-  funcoes_.GeraLog(kLogSubject, "ORDEM NR. " + EdtNumero.Text() + " DUPLICACAO PARA " + copy.number,
+  store_.Insert(copy, items);
+  funcoes_.GeraLog(weaving::kOrderSubject, "ORDEM NR. " + EdtNumero.Text() + " DUPLICACAO PARA " + copy.number,
                    host::LogOperation::kInclusion, copy.number, nullptr);
   database_.MakeDurable();
   LimpaTela();

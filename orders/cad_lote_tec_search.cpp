@@ -1,5 +1,5 @@
 // The order search of the order screen, and the way from its list to an order.
-#include "orders/busy.h"
+#include "host/kit/busy.h"
 #include "orders/cad_lote_tec.h"
 
 namespace orders {
@@ -44,7 +44,7 @@ void TfmCadLoteTec::ProposePeriod() {
 }
 
 void TfmCadLoteTec::BtnAConsultarClick() {
-  const Busy busy(*this);
+  const host::Busy busy(*this);
   const auto found = search_.Find({.from = EdtADe.GetDate(),
                                    .to = EdtAAte.GetDate(),
                                    .mill = EdtAMalharia.Text(),

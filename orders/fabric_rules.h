@@ -7,7 +7,7 @@
 
 #include "host/database.h"
 #include "host/host.h"
-#include "orders/statement.h"
+#include "weaving/statement.h"
 
 namespace orders {
 
@@ -29,10 +29,6 @@ class FabricRules {
   MillState StateOf(std::string_view mill) const;
   /// Description of a colour in which the fabric has a stock row; nothing for any other colour.
   std::optional<std::string> ColourOf(std::string_view fabric, std::string_view colour) const;
-  /// What the mill charges per unit, in the first price row found for it and the fabric; 0 without one.
-  double MillCost(std::string_view mill, std::string_view fabric) const;
-  /// The same for one colour of the fabric.
-  double MillCost(std::string_view mill, std::string_view fabric, std::string_view colour) const;
   /// False when the fabric has a composition, but none for this colour. Rows whose yarn colour is a placeholder
   /// ("*") do not count as a composition of the colour.
   bool HasComposition(std::string_view fabric, std::string_view colour) const;
@@ -40,7 +36,7 @@ class FabricRules {
  private:
   host::Funcoes& funcoes_;
   host::Database& database_;
-  Words words_;
+  weaving::Statements statements_;
 };
 
 }  // namespace orders

@@ -10,13 +10,9 @@
 #include "host/database.h"
 #include "host/host.h"
 #include "host/kit/dataset.h"
-#include "orders/statement.h"
+#include "weaving/statement.h"
 
 namespace orders {
-
-/// How many rolls a quantity comes back in, to the nearest whole number; 0 when either is not positive. Quantity and
-/// weight of a roll are in the same unit.
-double ExpectedRolls(double quantity, double per_roll);
 
 /// An item of the order that is printed.
 struct PrintedItem {
@@ -50,10 +46,9 @@ class OrderReport {
   static void ListRolls(const std::vector<PrintedItem>& items, host::Dataset& rolls);
 
  private:
-  std::string OneOf(const char* column, const std::set<std::string>& values) const;
+  weaving::Sql OneOf(const char* column, const std::set<std::string>& values) const;
 
-  host::Database& database_;
-  Words words_;
+  weaving::Statements statements_;
 };
 
 }  // namespace orders

@@ -7,7 +7,7 @@
 #include "host/database.h"
 #include "host/date.h"
 #include "host/host.h"
-#include "orders/statement.h"
+#include "weaving/statement.h"
 
 namespace orders {
 
@@ -40,10 +40,9 @@ class OrderSearch {
   std::unique_ptr<host::TTIQuery> Find(const OrderCriteria& criteria) const;
 
  private:
-  std::string Conditions(const OrderCriteria& criteria) const;
+  weaving::Sql Conditions(const OrderCriteria& criteria) const;
 
-  host::Database& database_;
-  Words words_;
+  weaving::Statements statements_;
 };
 
 }  // namespace orders

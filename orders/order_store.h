@@ -11,7 +11,7 @@
 #include "host/database.h"
 #include "host/date.h"
 #include "host/host.h"
-#include "orders/statement.h"
+#include "weaving/statement.h"
 
 namespace orders {
 
@@ -61,17 +61,22 @@ class OrderStore {
   /// Code and colour of all that the order's rolls were written off for.
   std::vector<std::pair<std::string, std::string>> WrittenOffItems(std::string_view number) const;
 
-  /// State "A", whatever it was before.
-  void InsertHeader(const OrderHeader& header);
+  /// The header anew, in state "A" whatever it was before, and no items: they come by InsertItem.
+  void Replace(const OrderHeader& header);
   void InsertItem(std::string_view number, const OrderItem& item);
-  void DeleteHeaderAndItems(std::string_view number);
-  /// Reservations (those of kind "F" stay) and planning rows.
-  void DeleteReservationsAndPlanning(std::string_view number);
+  /// A new order, in state "A".
+  void Insert(const OrderHeader& header, const std::vector<OrderItem>& items);
+  /// With its items, its reservations (those of kind "F" stay) and planning rows.
+  void Delete(std::string_view number);
 
  private:
+  std::vector<weaving::Sql> HeaderAndItemsGone(std::string_view number) const;
+  weaving::Sql NewHeader(const OrderHeader& header) const;
+  weaving::Sql NewItem(std::string_view number, const OrderItem& item) const;
+
   host::Funcoes& funcoes_;
   host::Database& database_;
-  Words words_;
+  weaving::Statements statements_;
 };
 
 }  // namespace orders

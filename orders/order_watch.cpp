@@ -4,11 +4,13 @@
 #include <set>
 #include <utility>
 
+#include "weaving/audit.h"
+
 namespace orders {
 namespace {
 
-constexpr const char* kOrderSubject = "ORDEM DE TECELAGEM";
-constexpr const char* kRollSubject = "BAIXAS DA TECELAGEM";
+using weaving::kOrderSubject;
+using weaving::kRollSubject;
 
 std::string Joined(const host::TTIQuery& row, std::initializer_list<const char*> columns) {
   std::string text;
@@ -84,7 +86,7 @@ std::string OrderWatch::ReservationRows(std::string_view number) const {
 std::string OrderWatch::ByWhom(std::string_view number) const {
   const Known before = known_.value_or(Known());
   std::optional<host::LogMark> newest;
-  const auto consider = [&](const char* subject, const std::optional<host::LogMark>& seen) {
+  const auto consider = [&](std::string_view subject, const std::optional<host::LogMark>& seen) {
     auto mark = host_.GetFuncoes().UltimoLog(subject, number);
     if (!IsNews(mark, seen)) return;
     if (!newest || newest->moment < mark->moment) newest = std::move(mark);

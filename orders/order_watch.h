@@ -10,7 +10,6 @@
 #include "host/funcoes.h"
 #include "host/host.h"
 #include "orders/order_store.h"
-#include "orders/statement.h"
 
 namespace orders {
 

@@ -7,9 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "host/database.h"
 #include "host/host.h"
-#include "orders/statement.h"
+#include "weaving/statement.h"
 
 namespace orders {
 
@@ -42,13 +41,14 @@ class RollLabels {
   void Delete(const LabelledItem& item);
   /// The sequence that new labels come after; 0 for the order's first ones.
   std::int64_t LastSequence(std::string_view order) const;
-  void Insert(const LabelledItem& item, std::int64_t sequence);
+  /// Makes `count` labels, whose sequences come after `last`; at most up to kLastSequence.
+  void Insert(const LabelledItem& item, std::int64_t last, int count);
 
  private:
-  std::string LabelsOf(const LabelledItem& item) const;
+  weaving::Sql LabelsOf(const LabelledItem& item) const;
+  weaving::Sql NewLabel(const LabelledItem& item, std::int64_t sequence) const;
 
-  host::Database& database_;
-  Words words_;
+  weaving::Statements statements_;
 };
 
 }  // namespace orders

@@ -3,73 +3,82 @@
 #include <algorithm>
 
 #include "host/decimal.h"
+#include "weaving/units.h"
+#include "weaving/yarn_colour.h"
 
 namespace orders {
 namespace {
 
-bool InMetres(const FabricDemand& fabric) { return fabric.unit == "MT"; }
+bool InMetres(const FabricDemand& fabric) { return fabric.unit == weaving::kMetres; }
 
 }  // namespace
 
-YarnExplosion::YarnExplosion(host::Host& host, host::Dataset& yarns)
-    : database_(host.GetTabela().IBDatabase()), words_(host.GetFuncoes()), yarns_(yarns) {}
+YarnExplosion::YarnExplosion(host::Host& host, host::Dataset& yarns) : statements_(host), yarns_(yarns) {}
 
 // Purchases are matched on the colour of the fabric, stock on the colour of the yarn: yarn is bought for a fabric
 // colour and dyed later.
 std::unique_ptr<host::TTIQuery> YarnExplosion::Composition(std::string_view order, const FabricDemand& fabric) const {
-  const Words& w = words_;
-  return OpenQuery(
-      database_,
-      {"SELECT COMP.CODIGO, MATERIAL.DESCRICAO, MATERIAL.UNIDADE, ",
-       "COMP.PERC, COMP.COR_I AS COR, CADCOR.DESCRICAO AS DESCCOR, ",
-       "COMP.LFA, COMP.ROCA, MATERIAL.NE, COMP.ORDEM, COMP.COMP_PONTO AS MILIMETRO, COMP.TENSAO, ",
-       "COMP.DIAMETRO, COMP.FINURA, COMP.ALIMENTADORES, MATERIAL.CONCENTRACAO AS DTEX, MATERIAL.GRAMATURA AS DEN,",
-       "MATERIAL.LARGURA AS TEX, ",
-       "(SELECT SUM(COI.QTDE - COI.QTDE_B) AS QTDE FROM " + w.Table("CO_ITEN") + " COI",
-       "WHERE COI.CODIGO = COMP.CODIGO ",
-       "AND COI.COR = COMP.COR ",
-       "AND COI.SITUACAO = " + w.Text("A"),
-       "GROUP BY COI.CODIGO) AS QTDE_OC, ",
-       "(SELECT SUM(MATITEN.QTDE) FROM " + w.Table("MAT_ITEN") + " MATITEN",
-       "WHERE MATITEN.CODIGO = COMP.CODIGO ",
-       "AND MATITEN.COR = COMP.COR_I) AS QTDE, ",  //
-       RemainingConsumption(order, InMetres(fabric)),
-       "FROM " + w.Table("COMP_MATERIAL") + " COMP ",
-       "LEFT JOIN " + w.Table("CADCOR") + " CADCOR ON (CADCOR.COR = COMP.COR_I)",
-       "LEFT JOIN " + w.Table("MATERIAL") + " MATERIAL ON (MATERIAL.CODIGO = COMP.CODIGO)",
-       "WHERE COMP.MATERIAL = " + w.Text(fabric.code),
-       "AND COMP.COR = " + w.Text(fabric.colour),
-       "AND NOT (COMP.COR_I LIKE " + w.Text("%*%") + ")"});
+  return statements_.Open(R"(
+SELECT COMP.CODIGO, MATERIAL.DESCRICAO, MATERIAL.UNIDADE, 
+COMP.PERC, COMP.COR_I AS COR, CADCOR.DESCRICAO AS DESCCOR, 
+COMP.LFA, COMP.ROCA, MATERIAL.NE, COMP.ORDEM, COMP.COMP_PONTO AS MILIMETRO, COMP.TENSAO, 
+COMP.DIAMETRO, COMP.FINURA, COMP.ALIMENTADORES, MATERIAL.CONCENTRACAO AS DTEX, MATERIAL.GRAMATURA AS DEN,
+MATERIAL.LARGURA AS TEX, 
+(SELECT SUM(COI.QTDE - COI.QTDE_B) AS QTDE FROM {CO_ITEN} COI
+WHERE COI.CODIGO = COMP.CODIGO 
+AND COI.COR = COMP.COR 
+AND COI.SITUACAO = 'A'
+GROUP BY COI.CODIGO) AS QTDE_OC, 
+(SELECT SUM(MATITEN.QTDE) FROM {MAT_ITEN} MATITEN
+WHERE MATITEN.CODIGO = COMP.CODIGO 
+AND MATITEN.COR = COMP.COR_I) AS QTDE, 
+:remaining_consumption
+FROM {COMP_MATERIAL} COMP 
+LEFT JOIN {CADCOR} CADCOR ON (CADCOR.COR = COMP.COR_I)
+LEFT JOIN {MATERIAL} MATERIAL ON (MATERIAL.CODIGO = COMP.CODIGO)
+WHERE COMP.MATERIAL = :fabric
+AND COMP.COR = :colour
+AND :coloured)",
+                          {{"remaining_consumption", RemainingConsumption(order, InMetres(fabric))},
+                           {"fabric", fabric.code},
+                           {"colour", fabric.colour},
+                           {"coloured", weaving::YarnColourGiven("COMP.")}});
 }
 
 // What the stored order has not yet written off, over all its fabrics that take the yarn. The unit of the fabric
 // being exploded decides for all of them.
-std::string YarnExplosion::RemainingConsumption(std::string_view order, bool metres) const {
-  const Words& w = words_;
-  std::string sql =
-      metres
-          ? "(SELECT SUM(((TECEL_ITEN.QTDE-TECEL_ITEN.QTDE_B)) * (COMPM.PERC /100) * CAST(MAT.PESO AS NUMERIC(9,5))) "
-          : "(SELECT SUM(((TECEL_ITEN.QTDE-TECEL_ITEN.QTDE_B) * COMPM.PERC) /100) ";
-  sql += "\nFROM " + w.Named("TECEL_ITEN");
-  sql += "\nLEFT JOIN " + w.Table("COMP_MATERIAL") +
-         " COMPM ON (TECEL_ITEN.CODIGO = COMPM.MATERIAL AND TECEL_ITEN.COR = COMPM.COR)";
-  if (metres) sql += "\nLEFT JOIN " + w.Table("MATERIAL") + " MAT ON (COMPM.MATERIAL = MAT.CODIGO)";
-  sql += "\nWHERE TECEL_ITEN.NUMERO = " + w.Text(order);
-  sql += "\nAND COMPM.CODIGO = COMP.CODIGO ";
-  sql += "\nAND COMPM.COR_I = COMP.COR_I) AS CONSUMOTOT ";
-  return sql;
+weaving::Sql YarnExplosion::RemainingConsumption(std::string_view order, bool metres) const {
+  if (metres) {
+    return statements_.Write(R"(
+(SELECT SUM(((TECEL_ITEN.QTDE-TECEL_ITEN.QTDE_B)) * (COMPM.PERC /100) * CAST(MAT.PESO AS NUMERIC(9,5))) 
+FROM {TECEL_ITEN} TECEL_ITEN
+LEFT JOIN {COMP_MATERIAL} COMPM ON (TECEL_ITEN.CODIGO = COMPM.MATERIAL AND TECEL_ITEN.COR = COMPM.COR)
+LEFT JOIN {MATERIAL} MAT ON (COMPM.MATERIAL = MAT.CODIGO)
+WHERE TECEL_ITEN.NUMERO = :order
+AND COMPM.CODIGO = COMP.CODIGO 
+AND COMPM.COR_I = COMP.COR_I) AS CONSUMOTOT )",
+                             {{"order", order}});
+  }
+  return statements_.Write(R"(
+(SELECT SUM(((TECEL_ITEN.QTDE-TECEL_ITEN.QTDE_B) * COMPM.PERC) /100) 
+FROM {TECEL_ITEN} TECEL_ITEN
+LEFT JOIN {COMP_MATERIAL} COMPM ON (TECEL_ITEN.CODIGO = COMPM.MATERIAL AND TECEL_ITEN.COR = COMPM.COR)
+WHERE TECEL_ITEN.NUMERO = :order
+AND COMPM.CODIGO = COMP.CODIGO 
+AND COMPM.COR_I = COMP.COR_I) AS CONSUMOTOT )",
+                           {{"order", order}});
 }
 
 // The outer join finds no more than an inner one would, since a missing composition fails the condition. It makes the
 // engine begin with the order's items: given the choice it reads every composition there is.
 void YarnExplosion::Remember(std::string_view order) {
-  const Words& w = words_;
-  const auto rows = OpenQuery(
-      database_, {"SELECT COMP.MATERIAL, COMP.COR, COMP.CODIGO, COMP.COR_I, COMP.LFA, COMP.ROCA, COMP.PERC",
-                  "FROM " + w.Named("TECEL_ITEN"),
-                  "LEFT JOIN " + w.Table("COMP_MATERIAL") +
-                      " COMP ON (COMP.MATERIAL = TECEL_ITEN.CODIGO AND COMP.COR = TECEL_ITEN.COR)",
-                  "WHERE TECEL_ITEN.NUMERO = " + w.Text(order), "AND NOT (COMP.COR_I LIKE " + w.Text("%*%") + ")"});
+  const auto rows = statements_.Open(R"(
+SELECT COMP.MATERIAL, COMP.COR, COMP.CODIGO, COMP.COR_I, COMP.LFA, COMP.ROCA, COMP.PERC
+FROM {TECEL_ITEN} TECEL_ITEN
+LEFT JOIN {COMP_MATERIAL} COMP ON (COMP.MATERIAL = TECEL_ITEN.CODIGO AND COMP.COR = TECEL_ITEN.COR)
+WHERE TECEL_ITEN.NUMERO = :order
+AND :coloured)",
+                                     {{"order", order}, {"coloured", weaving::YarnColourGiven("COMP.")}});
   remembered_.emplace();
   for (; !rows->Eof(); rows->Next()) {
     const Fabric fabric(rows->FieldByName("MATERIAL").AsText(), rows->FieldByName("COR").AsText());

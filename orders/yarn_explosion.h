@@ -13,7 +13,7 @@
 #include "host/host.h"
 #include "host/kit/dataset.h"
 #include "host/value.h"
-#include "orders/statement.h"
+#include "weaving/statement.h"
 
 namespace orders {
 
@@ -21,7 +21,7 @@ namespace orders {
 struct FabricDemand {
   std::string code;
   std::string colour;
-  std::string unit;     // "MT" for metres; every other unit counts as kilograms
+  std::string unit;     // weaving::kMetres; every other unit counts as kilograms
   double quantity = 0;  // in that unit
   double weight = 0;    // kilograms per unit
 };
@@ -59,11 +59,10 @@ class YarnExplosion {
   bool AllStand(const std::vector<Line>& lines);
   void AddConsumption(double consumption);
   std::unique_ptr<host::TTIQuery> Composition(std::string_view order, const FabricDemand& fabric) const;
-  std::string RemainingConsumption(std::string_view order, bool metres) const;
+  weaving::Sql RemainingConsumption(std::string_view order, bool metres) const;
   void AppendYarn(const host::TTIQuery& row, const FabricDemand& fabric, double consumption);
 
-  host::Database& database_;
-  Words words_;
+  weaving::Statements statements_;
   host::Dataset& yarns_;
   std::optional<std::map<Fabric, std::vector<Line>>> remembered_;
 };

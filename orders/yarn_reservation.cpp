@@ -5,6 +5,8 @@
 
 #include "host/decimal.h"
 #include "host/errors.h"
+#include "weaving/reservations.h"
+#include "weaving/units.h"
 
 namespace orders {
 namespace {
@@ -26,11 +28,7 @@ double ReservedOnAllLots(const host::Dataset& lots) {
 }  // namespace
 
 YarnReservation::YarnReservation(const host::Screen& screen, const host::Dataset& yarns, host::Dataset& lots)
-    : screen_(screen),
-      database_(screen.GetHost().GetTabela().IBDatabase()),
-      words_(screen.GetHost().GetFuncoes()),
-      yarns_(yarns),
-      lots_(lots) {}
+    : screen_(screen), statements_(screen.GetHost()), yarns_(yarns), lots_(lots) {}
 
 void YarnReservation::Settle() {
   const std::string ticked = lots_["Sel"].AsText();
@@ -59,7 +57,7 @@ void YarnReservation::Check() {
     throw host::Abort();
   }
   const double required = yarns_["Consumo_Total"].AsFloat();
-  if (lots_["Qtde_Res"].AsFloat() > required && yarns_["Unidade"].AsText() != "MT") {
+  if (lots_["Qtde_Res"].AsFloat() > required && yarns_["Unidade"].AsText() != weaving::kMetres) {
     screen_.Inform(std::string("Quantidade reservada superior ao consumo requerido.\n") + kAdjusted);
     lots_["Qtde_Res"].Set(required);
   }
@@ -67,8 +65,12 @@ void YarnReservation::Check() {
 
 void YarnReservation::Store(std::string_view order) {
   lots_.SetFiltered(false);
-  Execute(database_, {"DELETE FROM " + words_.Table("MAT_RESERVA"), "WHERE NUMERO = " + words_.Text(order),
-                      "AND (QTDE_B <= 0 OR QTDE_B IS NULL) ", words_.ReservationKind()});
+  statements_.Execute(R"(
+DELETE FROM {MAT_RESERVA}
+WHERE NUMERO = :order
+AND (QTDE_B <= 0 OR QTDE_B IS NULL) 
+AND :kind)",
+                      {{"order", order}, {"kind", weaving::YarnReservations()}});
   for (host::DatasetCursor lot(lots_); !lot.Eof(); lot.Next()) {
     if (lot.FieldByName("Sel").AsText() != "S") continue;
     if (IsStored(order, lot)) {
@@ -80,30 +82,70 @@ void YarnReservation::Store(std::string_view order) {
 }
 
 bool YarnReservation::IsStored(std::string_view order, const host::DatasetCursor& lot) const {
-  const auto text = [&](const char* field) { return words_.Text(lot.FieldByName(field).AsText()); };
-  const auto rows = OpenQuery(
-      database_, {"SELECT NUMERO FROM " + words_.Table("MAT_RESERVA"), "WHERE NUMERO = " + words_.Text(order),
-                  "AND CODIGO = " + text("Codigo"), "AND COR = " + text("Cor"), "AND DEPOSITO = " + text("Deposito"),
-                  "AND LOTE = " + text("Lote"), words_.ReservationKind()});
+  const auto rows = statements_.Open(R"(
+SELECT NUMERO FROM {MAT_RESERVA}
+WHERE NUMERO = :order
+AND CODIGO = :yarn
+AND COR = :colour
+AND DEPOSITO = :warehouse
+AND LOTE = :lot
+AND :kind)",
+                                     {{"order", order},
+                                      {"yarn", lot.FieldByName("Codigo").AsText()},
+                                      {"colour", lot.FieldByName("Cor").AsText()},
+                                      {"warehouse", lot.FieldByName("Deposito").AsText()},
+                                      {"lot", lot.FieldByName("Lote").AsText()},
+                                      {"kind", weaving::YarnReservations()}});
   return !rows->IsEmpty();
 }
 
 void YarnReservation::Insert(std::string_view order, const host::DatasetCursor& lot) {
-  const auto text = [&](const char* field) { return words_.Text(lot.FieldByName(field).AsText()); };
-  Execute(database_, {"INSERT INTO " + words_.Table("MAT_RESERVA"),
-                      "(CODIGO, COR, LOTE, DEPOSITO, NUMERO, QTDE, NOME, OBS, QTDE_B, TIPO)", "VALUES",
-                      "(" + text("Codigo") + ",", text("Cor") + ",", text("Lote") + ",", text("Deposito") + ",",
-                      words_.Text(order) + ",", words_.Number(lot.FieldByName("Qtde_Res").AsFloat()) + ",",
-                      text("Fornecedor") + ",", text("Obs") + ",", "0,", words_.Text("T") + ")"});
+  statements_.Execute(R"(
+INSERT INTO {MAT_RESERVA}
+(CODIGO, COR, LOTE, DEPOSITO, NUMERO, QTDE, NOME, OBS, QTDE_B, TIPO)
+VALUES
+(:yarn,
+:colour,
+:lot,
+:warehouse,
+:order,
+:quantity,
+:supplier,
+:remark,
+0,
+'T'))",
+                      {{"yarn", lot.FieldByName("Codigo").AsText()},
+                       {"colour", lot.FieldByName("Cor").AsText()},
+                       {"lot", lot.FieldByName("Lote").AsText()},
+                       {"warehouse", lot.FieldByName("Deposito").AsText()},
+                       {"order", order},
+                       {"quantity", lot.FieldByName("Qtde_Res").AsFloat()},
+                       {"supplier", lot.FieldByName("Fornecedor").AsText()},
+                       {"remark", lot.FieldByName("Obs").AsText()}});
 }
 
 void YarnReservation::Update(std::string_view order, const host::DatasetCursor& lot) {
-  const auto text = [&](const char* field) { return words_.Text(lot.FieldByName(field).AsText()); };
-  Execute(database_, {"UPDATE " + words_.Table("MAT_RESERVA"), "SET",
-                      "QTDE = " + words_.Number(lot.FieldByName("Qtde_Res").AsFloat()), ",NOME = " + text("Fornecedor"),
-                      ",OBS = " + text("Obs"), "WHERE CODIGO = " + text("Codigo"), "AND COR = " + text("Cor"),
-                      "AND LOTE = " + text("Lote"), "AND DEPOSITO = " + text("Deposito"),
-                      "AND NUMERO = " + words_.Text(order), words_.ReservationKind()});
+  statements_.Execute(R"(
+UPDATE {MAT_RESERVA}
+SET
+QTDE = :quantity
+,NOME = :supplier
+,OBS = :remark
+WHERE CODIGO = :yarn
+AND COR = :colour
+AND LOTE = :lot
+AND DEPOSITO = :warehouse
+AND NUMERO = :order
+AND :kind)",
+                      {{"quantity", lot.FieldByName("Qtde_Res").AsFloat()},
+                       {"supplier", lot.FieldByName("Fornecedor").AsText()},
+                       {"remark", lot.FieldByName("Obs").AsText()},
+                       {"yarn", lot.FieldByName("Codigo").AsText()},
+                       {"colour", lot.FieldByName("Cor").AsText()},
+                       {"lot", lot.FieldByName("Lote").AsText()},
+                       {"warehouse", lot.FieldByName("Deposito").AsText()},
+                       {"order", order},
+                       {"kind", weaving::YarnReservations()}});
 }
 
 }  // namespace orders

@@ -3,11 +3,10 @@
 
 #include <string_view>
 
-#include "host/database.h"
 #include "host/host.h"
 #include "host/kit/dataset.h"
 #include "host/kit/screen.h"
-#include "orders/statement.h"
+#include "weaving/statement.h"
 
 namespace orders {
 
@@ -36,8 +35,7 @@ class YarnReservation {
   void Update(std::string_view order, const host::DatasetCursor& lot);
 
   const host::Screen& screen_;
-  host::Database& database_;
-  Words words_;
+  weaving::Statements statements_;
   const host::Dataset& yarns_;
   host::Dataset& lots_;
   bool checked_ = false;

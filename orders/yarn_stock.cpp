@@ -3,10 +3,12 @@
 #include <array>
 #include <set>
 
+#include "weaving/reservations.h"
+
 namespace orders {
 
 YarnStock::YarnStock(host::Host& host, const host::Dataset& yarns, host::Dataset& lots)
-    : database_(host.GetTabela().IBDatabase()), words_(host.GetFuncoes()), yarns_(yarns), lots_(lots) {}
+    : statements_(host), yarns_(yarns), lots_(lots) {}
 
 void YarnStock::Load(std::string_view order) {
   lots_.SetFiltered(false);
@@ -31,23 +33,25 @@ void YarnStock::Load(std::string_view order) {
 // kind "F" stands.
 std::unique_ptr<host::TTIQuery> YarnStock::LotsOf(std::string_view order, std::string_view yarn,
                                                   std::string_view colour) const {
-  const Words& w = words_;
-  return OpenQuery(
-      database_,
-      {"SELECT MAT_ITEN.CODIGO, MAT_ITEN.COR, MAT_ITEN.LOTE, MAT_ITEN.DEPOSITO, MAT_ITEN.QTDE, ",
-       "DEPOSITO.DESCRICAO AS DESC_DEP, MAT_RESERVA.QTDE AS QTDE_RES, FORN.NOME, MAT_RESERVA.OBS, ",
-       "MAT_ITEN.LOCAL, MAT_RESERVA.QTDE_B, MAT_RESERVA.QTDE AS SALDO, MAT_LOTE.PARTIDA, MAT_LOTE.SEQUENCIA,",
-       "MAT_LOTE.TONALIDADE, MAT_ITEN.LARGURA", "FROM " + w.Named("MAT_ITEN"),
-       "LEFT JOIN " + w.Named("DEPOSITO") + " ON (MAT_ITEN.DEPOSITO = DEPOSITO.CODIGO)",
-       "LEFT JOIN " + w.Named("MATERIAL") + " ON (MATERIAL.CODIGO = MAT_ITEN.CODIGO)",
-       "LEFT JOIN " + w.Table("ENTIDADE") + " FORN ON (MATERIAL.CODCLI = FORN.CODCLI)",
-       "LEFT JOIN " + w.Named("MAT_RESERVA") + " ON (MAT_RESERVA.NUMERO = " + w.Text(order),
-       "AND MAT_RESERVA.CODIGO = MAT_ITEN.CODIGO AND MAT_RESERVA.COR = MAT_ITEN.COR",
-       "AND MAT_RESERVA.DEPOSITO = MAT_ITEN.DEPOSITO AND MAT_RESERVA.LOTE = MAT_ITEN.LOTE)", w.ReservationKind(),
-       "LEFT JOIN " + w.Named("MAT_LOTE") +
-           " ON (MAT_LOTE.CODIGO = MAT_ITEN.CODIGO AND MAT_LOTE.COR = MAT_ITEN.COR AND MAT_LOTE.LOTE = MAT_ITEN.LOTE)",
-       "WHERE MAT_ITEN.CODIGO = " + w.Text(yarn), "AND MAT_ITEN.COR = " + w.Text(colour),
-       "AND (MAT_ITEN.QTDE > 0.01 OR (MAT_RESERVA.QTDE + MAT_RESERVA.QTDE_B) > 0)"});
+  return statements_.Open(
+      R"(
+SELECT MAT_ITEN.CODIGO, MAT_ITEN.COR, MAT_ITEN.LOTE, MAT_ITEN.DEPOSITO, MAT_ITEN.QTDE, 
+DEPOSITO.DESCRICAO AS DESC_DEP, MAT_RESERVA.QTDE AS QTDE_RES, FORN.NOME, MAT_RESERVA.OBS, 
+MAT_ITEN.LOCAL, MAT_RESERVA.QTDE_B, MAT_RESERVA.QTDE AS SALDO, MAT_LOTE.PARTIDA, MAT_LOTE.SEQUENCIA,
+MAT_LOTE.TONALIDADE, MAT_ITEN.LARGURA
+FROM {MAT_ITEN} MAT_ITEN
+LEFT JOIN {DEPOSITO} DEPOSITO ON (MAT_ITEN.DEPOSITO = DEPOSITO.CODIGO)
+LEFT JOIN {MATERIAL} MATERIAL ON (MATERIAL.CODIGO = MAT_ITEN.CODIGO)
+LEFT JOIN {ENTIDADE} FORN ON (MATERIAL.CODCLI = FORN.CODCLI)
+LEFT JOIN {MAT_RESERVA} MAT_RESERVA ON (MAT_RESERVA.NUMERO = :order
+AND MAT_RESERVA.CODIGO = MAT_ITEN.CODIGO AND MAT_RESERVA.COR = MAT_ITEN.COR
+AND MAT_RESERVA.DEPOSITO = MAT_ITEN.DEPOSITO AND MAT_RESERVA.LOTE = MAT_ITEN.LOTE)
+AND :kind
+LEFT JOIN {MAT_LOTE} MAT_LOTE ON (MAT_LOTE.CODIGO = MAT_ITEN.CODIGO AND MAT_LOTE.COR = MAT_ITEN.COR AND MAT_LOTE.LOTE = MAT_ITEN.LOTE)
+WHERE MAT_ITEN.CODIGO = :yarn
+AND MAT_ITEN.COR = :colour
+AND (MAT_ITEN.QTDE > 0.01 OR (MAT_RESERVA.QTDE + MAT_RESERVA.QTDE_B) > 0))",
+      {{"order", order}, {"kind", weaving::YarnReservations()}, {"yarn", yarn}, {"colour", colour}});
 }
 
 void YarnStock::AppendLot(std::string_view order, const host::TTIQuery& row) {
@@ -74,23 +78,33 @@ void YarnStock::AppendLot(std::string_view order, const host::TTIQuery& row) {
 
 double YarnStock::ReservedElsewhere(std::string_view order, std::string_view yarn, std::string_view colour,
                                     std::string_view warehouse, std::string_view lot) const {
-  const Words& w = words_;
-  const auto sum = OpenQuery(
-      database_, {"SELECT SUM(QTDE) AS QTDE  FROM " + w.Table("MAT_RESERVA"), "WHERE NUMERO <> " + w.Text(order),
-                  "AND CODIGO = " + w.Text(yarn), "AND COR = " + w.Text(colour), "AND DEPOSITO = " + w.Text(warehouse),
-                  "AND LOTE = " + w.Text(lot), w.ReservationKind()});
+  const auto sum = statements_.Open(R"(
+SELECT SUM(QTDE) AS QTDE  FROM {MAT_RESERVA}
+WHERE NUMERO <> :order
+AND CODIGO = :yarn
+AND COR = :colour
+AND DEPOSITO = :warehouse
+AND LOTE = :lot
+AND :kind)",
+                                    {{"order", order},
+                                     {"yarn", yarn},
+                                     {"colour", colour},
+                                     {"warehouse", warehouse},
+                                     {"lot", lot},
+                                     {"kind", weaving::YarnReservations()}});
   return sum->FieldByName("QTDE").AsFloat();
 }
 
 std::string YarnStock::LastSupplier(std::string_view yarn, std::string_view lot) const {
-  const Words& w = words_;
-  const auto entries =
-      OpenQuery(database_,
-                {"SELECT ENTIDADE.NOME, NF.DT_ENTRADA", "FROM " + w.Table("NF_ENTRA_ITEN") + " NFI",
-                 "LEFT JOIN " + w.Table("NOTA_ENTRA") +
-                     " NF ON (NF.NOTAFISCAL = NFI.NUMERO AND NF.CREDOR = NFI.CODCRE AND NF.SERIE = NFI.SERIE)",
-                 "LEFT JOIN " + w.Named("ENTIDADE") + " ON (ENTIDADE.CODCLI = NFI.CODCRE)",
-                 "WHERE NFI.CODIGO = " + w.Text(yarn), "AND NFI.LOTE = " + w.Text(lot), "ORDER BY NF.DT_ENTRADA DESC"});
+  const auto entries = statements_.Open(R"(
+SELECT ENTIDADE.NOME, NF.DT_ENTRADA
+FROM {NF_ENTRA_ITEN} NFI
+LEFT JOIN {NOTA_ENTRA} NF ON (NF.NOTAFISCAL = NFI.NUMERO AND NF.CREDOR = NFI.CODCRE AND NF.SERIE = NFI.SERIE)
+LEFT JOIN {ENTIDADE} ENTIDADE ON (ENTIDADE.CODCLI = NFI.CODCRE)
+WHERE NFI.CODIGO = :yarn
+AND NFI.LOTE = :lot
+ORDER BY NF.DT_ENTRADA DESC)",
+                                        {{"yarn", yarn}, {"lot", lot}});
   return entries->FieldByName("NOME").AsText();
 }
 
@@ -99,11 +113,16 @@ void YarnStock::Show(const LotFilter& filter) {
     lots_.SetFiltered(false);
     return;
   }
-  std::string condition = "Codigo = " + words_.Text(yarns_["Codigo"].AsText()) +  //
-                          " and Cor = " + words_.Text(yarns_["Cor"].AsText());
-  if (!filter.warehouse.empty()) condition += " and Deposito = " + words_.Text(filter.warehouse);
-  if (!filter.lot.empty()) condition += " and Lote like " + words_.Text(filter.lot + "%");
-  if (!filter.place.empty()) condition += " and Local like " + words_.Text(filter.place + "%");
+  const auto equals = [this](std::string_view field, std::string_view text) {
+    return std::string(field) + " = " + statements_.Quoted(text);
+  };
+  const auto begins = [this](std::string_view field, const std::string& text) {
+    return std::string(field) + " like " + statements_.Quoted(text + "%");
+  };
+  std::string condition = equals("Codigo", yarns_["Codigo"].AsText()) + " and " + equals("Cor", yarns_["Cor"].AsText());
+  if (!filter.warehouse.empty()) condition += " and " + equals("Deposito", filter.warehouse);
+  if (!filter.lot.empty()) condition += " and " + begins("Lote", filter.lot);
+  if (!filter.place.empty()) condition += " and " + begins("Local", filter.place);
   lots_.SetFilter(condition);
   lots_.SetFiltered(true);
 }

@@ -10,7 +10,7 @@
 #include "host/database.h"
 #include "host/host.h"
 #include "host/kit/dataset.h"
-#include "orders/statement.h"
+#include "weaving/statement.h"
 
 namespace orders {
 
@@ -42,8 +42,7 @@ class YarnStock {
   std::unique_ptr<host::TTIQuery> LotsOf(std::string_view order, std::string_view yarn, std::string_view colour) const;
   void AppendLot(std::string_view order, const host::TTIQuery& row);
 
-  host::Database& database_;
-  Words words_;
+  weaving::Statements statements_;
   const host::Dataset& yarns_;
   host::Dataset& lots_;
   // Last supplier by yarn and lot while lots are loaded: a lot may stand in several warehouses.

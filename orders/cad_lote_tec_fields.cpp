@@ -1,44 +1,24 @@
-#include "orders/fields.h"
+#include "orders/cad_lote_tec_fields.h"
+
+#include "host/kit/columns.h"
+#include "weaving/stock_lot.h"
 
 namespace orders {
 namespace {
 
-using host::Align;
 using host::FieldDef;
 using host::GridColumn;
+using host::NumberColumn;
+using host::QuantityColumn;
+using host::ShownColumn;
+using host::TickedColumn;
+using host::TypedColumn;
+using host::TypedNumberColumn;
+using host::WithLookup;
+using host::WithTotal;
 using enum host::FieldType;
 
 constexpr const char* kQuantity = "0.000";
-
-GridColumn Shown(const char* field, const char* caption, int width) {
-  return {.field = field, .caption = caption, .width = width, .read_only = true};
-}
-
-GridColumn ShownNumber(const char* field, const char* caption, int width) {
-  return {.field = field, .caption = caption, .width = width, .read_only = true, .align = Align::kRight};
-}
-
-GridColumn Typed(const char* field, const char* caption, int width) {
-  return {.field = field, .caption = caption, .width = width};
-}
-
-GridColumn TypedNumber(const char* field, const char* caption, int width) {
-  return {.field = field, .caption = caption, .width = width, .align = Align::kRight};
-}
-
-GridColumn Ticked(const char* field, const char* caption, int width) {
-  return {.field = field, .caption = caption, .width = width, .check_box = true, .align = Align::kCenter};
-}
-
-GridColumn WithLookup(GridColumn column) {
-  column.lookup = true;
-  return column;
-}
-
-GridColumn WithTotal(GridColumn column) {
-  column.total = true;
-  return column;
-}
 
 }  // namespace
 
@@ -76,22 +56,22 @@ std::vector<FieldDef> ItemFields() {
 }
 
 std::vector<GridColumn> ItemColumns() {
-  return {WithLookup(Typed("Codigo", "Código", 12)),
-          Shown("Descricao", "Descrição", 28),
-          Shown("Unidade", "Uni.", 4),
-          Typed("Pedido", "Pedido", 10),
-          WithLookup(Typed("Cor", "Cor", 6)),
-          Shown("DescCor", "Desc. Cor", 18),
-          WithTotal(TypedNumber("Qtde", "Qtde.", 12)),
-          TypedNumber("Ciclos", "Ciclos", 7),
-          WithTotal(ShownNumber("Qtde_B", "Qtde. Baixa", 12)),
-          Ticked("Baixada", "Baixada", 8),
-          TypedNumber("Custo", "Custo", 10),
-          ShownNumber("Largura", "Largura", 8),
-          ShownNumber("Gramatura", "Gramatura", 10),
-          ShownNumber("KgRolo", "Kg/Rolo", 8),
-          WithTotal(ShownNumber("Qtde_Rolo", "Rolos", 6)),
-          Typed("Obs", "Observação", 30)};
+  return {WithLookup(TypedColumn("Codigo", "Código", 12)),
+          ShownColumn("Descricao", "Descrição", 28),
+          ShownColumn("Unidade", "Uni.", 4),
+          TypedColumn("Pedido", "Pedido", 10),
+          WithLookup(TypedColumn("Cor", "Cor", 6)),
+          ShownColumn("DescCor", "Desc. Cor", 18),
+          WithTotal(TypedNumberColumn("Qtde", "Qtde.", 12)),
+          TypedNumberColumn("Ciclos", "Ciclos", 7),
+          QuantityColumn("Qtde_B", "Qtde. Baixa", 12),
+          TickedColumn("Baixada", "Baixada", 8),
+          TypedNumberColumn("Custo", "Custo", 10),
+          NumberColumn("Largura", "Largura", 8),
+          NumberColumn("Gramatura", "Gramatura", 10),
+          NumberColumn("KgRolo", "Kg/Rolo", 8),
+          QuantityColumn("Qtde_Rolo", "Rolos", 6),
+          TypedColumn("Obs", "Observação", 30)};
 }
 
 std::vector<FieldDef> YarnFields() {
@@ -124,29 +104,29 @@ std::vector<FieldDef> YarnFields() {
 // Only the consumption is added up: a yarn that stands in two rows shows what the order still needs of it, what is in
 // stock and what is on order in both. As far as that consumption everything is in sight beside the lots.
 std::vector<GridColumn> YarnColumns() {
-  return {Shown("Codigo", "Código", 8),
-          Shown("Descricao", "Descrição", 20),
-          Shown("Cor", "Cor", 4),
-          Shown("DescCor", "Desc. Cor", 8),
-          ShownNumber("LFA", "LFA", 7),
-          ShownNumber("Roca", "Roca", 5),
-          Shown("Unidade", "Uni.", 4),
-          WithTotal(ShownNumber("Consumo", "Consumo", 10)),
-          ShownNumber("NE", "NE", 5),
-          ShownNumber("Qtde_OC", "Qtde. OC", 11),
-          ShownNumber("Qtde", "Estoque", 12),
-          ShownNumber("Consumo_Total", "Consumo Total", 13),
-          ShownNumber("Aliment", "Aliment.", 8),
-          ShownNumber("Den", "Den", 7),
-          ShownNumber("Tex", "Tex", 7),
-          ShownNumber("DTex", "DTex", 7)};
+  return {ShownColumn("Codigo", "Código", 8),
+          ShownColumn("Descricao", "Descrição", 20),
+          ShownColumn("Cor", "Cor", 4),
+          ShownColumn("DescCor", "Desc. Cor", 8),
+          NumberColumn("LFA", "LFA", 7),
+          NumberColumn("Roca", "Roca", 5),
+          ShownColumn("Unidade", "Uni.", 4),
+          QuantityColumn("Consumo", "Consumo", 10),
+          NumberColumn("NE", "NE", 5),
+          NumberColumn("Qtde_OC", "Qtde. OC", 11),
+          NumberColumn("Qtde", "Estoque", 12),
+          NumberColumn("Consumo_Total", "Consumo Total", 13),
+          NumberColumn("Aliment", "Aliment.", 8),
+          NumberColumn("Den", "Den", 7),
+          NumberColumn("Tex", "Tex", 7),
+          NumberColumn("DTex", "DTex", 7)};
 }
 
 // A lot is told apart by its whole text and a supplier is stored by its whole name, so both fields are wider than
 // their columns.
 std::vector<FieldDef> StockFields() {
   return {{"Sel", kText, 1},
-          {"Lote", kText, 32},
+          {"Lote", kText, weaving::kLotWidth},
           {"Deposito", kText, 6},
           {"Desc_Dep", kText, 50},
           {"Qtde", kFloat, 0, kQuantity},
@@ -167,23 +147,23 @@ std::vector<FieldDef> StockFields() {
 }
 
 std::vector<GridColumn> StockColumns() {
-  return {Ticked("Sel", "Sel.", 4),
-          Shown("Lote", "Lote", 11),
-          Shown("Deposito", "Depósito", 8),
-          Shown("Desc_Dep", "Desc. Depósito", 12),
-          WithTotal(ShownNumber("Qtde", "Estoque", 10)),
-          WithTotal(TypedNumber("Qtde_Res", "Reservar", 10)),
-          WithTotal(ShownNumber("Qtde_Reservado", "Reservadas", 11)),
-          WithTotal(ShownNumber("Qtde_B", "Baixa Reserva", 13)),
-          WithTotal(ShownNumber("Saldo_Reserva", "Reserva OF", 12)),
-          Shown("Fornecedor", "Fornecedor", 6),
-          Shown("Fornecedor_NF", "Fornecedor NF", 20),
-          Shown("Local", "Local", 10),
-          Typed("Obs", "Obs.", 20),
-          Shown("Partida", "Partida", 10),
-          Shown("Sequencia", "Sequência", 9),
-          Shown("Tonalidade", "Tonalidade", 12),
-          ShownNumber("Largura", "Largura", 8)};
+  return {TickedColumn("Sel", "Sel.", 4),
+          ShownColumn("Lote", "Lote", 11),
+          ShownColumn("Deposito", "Depósito", 8),
+          ShownColumn("Desc_Dep", "Desc. Depósito", 12),
+          QuantityColumn("Qtde", "Estoque", 10),
+          WithTotal(TypedNumberColumn("Qtde_Res", "Reservar", 10)),
+          QuantityColumn("Qtde_Reservado", "Reservadas", 11),
+          QuantityColumn("Qtde_B", "Baixa Reserva", 13),
+          QuantityColumn("Saldo_Reserva", "Reserva OF", 12),
+          ShownColumn("Fornecedor", "Fornecedor", 6),
+          ShownColumn("Fornecedor_NF", "Fornecedor NF", 20),
+          ShownColumn("Local", "Local", 10),
+          TypedColumn("Obs", "Obs.", 20),
+          ShownColumn("Partida", "Partida", 10),
+          ShownColumn("Sequencia", "Sequência", 9),
+          ShownColumn("Tonalidade", "Tonalidade", 12),
+          NumberColumn("Largura", "Largura", 8)};
 }
 
 std::vector<FieldDef> SearchFields() {
@@ -194,17 +174,17 @@ std::vector<FieldDef> SearchFields() {
 }
 
 std::vector<GridColumn> SearchColumns() {
-  return {Shown("NUMERO", "Número", 8),
-          Shown("MALHARIA", "Malharia", 8),
-          Shown("NOME", "Nome", 24),
-          Shown("CODIGO", "Material", 12),
-          Shown("DESCRICAO", "Descrição", 30),
-          Shown("MAQUINA", "Máquina", 8),
-          Shown("DES_MAQUINA", "Desc. Máquina", 18),
-          WithTotal(ShownNumber("QTDE", "Quantidade", 12)),
-          WithTotal(ShownNumber("BAIXADO", "Baixado", 12)),
-          Shown("DT_INICIO", "Data", 11),
-          Shown("PERIODO", "Prazo", 7)};
+  return {ShownColumn("NUMERO", "Número", 8),
+          ShownColumn("MALHARIA", "Malharia", 8),
+          ShownColumn("NOME", "Nome", 24),
+          ShownColumn("CODIGO", "Material", 12),
+          ShownColumn("DESCRICAO", "Descrição", 30),
+          ShownColumn("MAQUINA", "Máquina", 8),
+          ShownColumn("DES_MAQUINA", "Desc. Máquina", 18),
+          QuantityColumn("QTDE", "Quantidade", 12),
+          QuantityColumn("BAIXADO", "Baixado", 12),
+          ShownColumn("DT_INICIO", "Data", 11),
+          ShownColumn("PERIODO", "Prazo", 7)};
 }
 
 std::vector<FieldDef> RollFields() {
