@@ -1,32 +1,21 @@
+// Life of the composition screen: its parts put together, loading and storing, and the inputs above the grid.
 #include "composition/cad_composi.h"
 
 #include <array>
 
 #include "composition/consumption.h"
-#include "composition/statements.h"
 #include "host/decimal.h"
 #include "host/errors.h"
+#include "host/kit/busy.h"
 #include "host/text.h"
+#include "weaving/audit.h"
+#include "weaving/yarn_colour.h"
 
 namespace composition {
 namespace {
 
 constexpr const char* kClassName = "TFmCadComposi";
-constexpr const char* kLogSubject = "CADASTRO DE COMPOSICAO";
 constexpr const char* kUnknownFabric = "Material não encontrado.";
-
-// Shows the busy state as ended however the loading ends.
-class BusyUntilLoaded {
- public:
-  BusyUntilLoaded(host::Funcoes& funcoes, const host::Screen& screen) : funcoes_(funcoes), screen_(screen) {}
-  ~BusyUntilLoaded() { funcoes_.Ocupado(false, screen_, ""); }
-  BusyUntilLoaded(const BusyUntilLoaded&) = delete;
-  BusyUntilLoaded& operator=(const BusyUntilLoaded&) = delete;
-
- private:
-  host::Funcoes& funcoes_;
-  const host::Screen& screen_;
-};
 
 void ShowNumber(host::Edit& edit, const host::Value& value) {
   if (value.IsNull()) {
@@ -64,7 +53,8 @@ TFmCadComposi::TFmCadComposi(host::Host& host)
       pqMat(*this, "pqMat", "MATERIAL", "CODIGO"),
       PqRegra(*this, "PqRegra", "TNG_REGRA", "CODIGO"),
       PqCor(*this, "PqCor", "CADCOR", "COR"),
-      pqMatLocaliza(*this, "pqMatLocaliza", "CADCOR", "COR") {
+      pqMatLocaliza(*this, "pqMatLocaliza", "CADCOR", "COR"),
+      store_(host) {
   PcComposi.Place(0, {&EdtCodMat, &LblCodMat, &edtCodCliente, &LblCodCliente, &EdtLargura, &EdtGramatura, &EdtDiametro,
                       &EdtFinura, &EdtKgRolo, &EdtAgulhas, &EdtDesperdicio, &EdtRPM, &LblConsumo, &GrdComposi});
   WireInputs();
@@ -117,12 +107,7 @@ bool TFmCadComposi::HasUnsavedWork() const { return changed_ || TbComposi.InEdit
 
 // --- loading ------------------------------------------------------------------------------------------------------
 
-std::vector<FabricColour> TFmCadComposi::BuscaCores() {
-  const auto query = Connection().NewQuery();
-  query->SQL.Add(ColoursOfFabric(Services(), EdtCodMat.Text()));
-  query->Open();
-  return ReadColours(*query);
-}
+std::vector<FabricColour> TFmCadComposi::BuscaCores() { return ReadColours(*store_.Colours(EdtCodMat.Text())); }
 
 void TFmCadComposi::CriaTabela(const std::vector<FabricColour>& colours) {
   TbComposi.Close();
@@ -132,18 +117,16 @@ void TFmCadComposi::CriaTabela(const std::vector<FabricColour>& colours) {
 }
 
 void TFmCadComposi::BuscaDados(std::string_view fabric) {
-  const BusyUntilLoaded busy(Services(), *this);
+  const host::Busy busy(*this);
   // Another person's save deletes the rows and inserts them anew: read just then, some would be missing here and, once
   // stored, everywhere.
-  Connection().LockRow("MATERIAL", "CODIGO", fabric);
+  store_.Hold(fabric);
   const std::vector<FabricColour> colours = BuscaCores();
-  const auto query = Connection().NewQuery();
-  query->SQL.Add(StoredComposition(Services(), fabric));
-  query->Open();
+  const auto rows = store_.Load(fabric);
 
   CriaTabela(colours);
-  ShowHeader(*query);
-  for (; !query->Eof(); query->Next()) AddStoredRow(*query);
+  ShowHeader(*rows);
+  for (; !rows->Eof(); rows->Next()) AddStoredRow(*rows);
   TbComposi.SetIndex("Ordem;Codigo");
   TbComposi.First();
   changed_ = false;
@@ -198,7 +181,7 @@ void TFmCadComposi::AddStoredRow(const host::TTIQuery& row) {
 // --- storing ------------------------------------------------------------------------------------------------------
 
 void TFmCadComposi::Calcula_Comp(std::string_view /*fabric*/) {
-  if (host::RoundTo(Recalculate(TbComposi), 1) != 100) Inform("Composição dos Materiais <> 100%.");
+  if (!IsNearlyWhole(Recalculate(TbComposi))) Inform("Composição dos Materiais <> 100%.");
 }
 
 void TFmCadComposi::AskToRecalculate() {
@@ -256,31 +239,25 @@ void TFmCadComposi::DropBlankRows() {
 }
 
 void TFmCadComposi::GravaDados() {
-  host::Funcoes& funcoes = Services();
-  host::Database& database = Connection();
   const std::string fabric = EdtCodMat.Text();
   // Two people storing the same fabric take turns, or both would delete the old rows and both sets would stay.
-  database.LockRow("MATERIAL", "CODIGO", fabric);
+  store_.Hold(fabric);
 
-  const bool stored = funcoes.Existe("COMP_MATERIAL", "MATERIAL", funcoes.Aspas(fabric), database);
-  funcoes.GeraLog(kLogSubject,
-                  std::string(stored ? "ALTERACAO" : "INCLUSAO") + " DA COMPOSICAO DO MATERIAL " + fabric +
-                      " DO CLIENTE " + edtCodCliente.Text(),
-                  stored ? host::LogOperation::kAlteration : host::LogOperation::kInclusion, fabric, nullptr);
+  const bool stored = store_.Exists(fabric);
+  Services().GeraLog(weaving::kCompositionSubject,
+                     std::string(stored ? "ALTERACAO" : "INCLUSAO") + " DA COMPOSICAO DO MATERIAL " + fabric +
+                         " DO CLIENTE " + edtCodCliente.Text(),
+                     stored ? host::LogOperation::kAlteration : host::LogOperation::kInclusion, fabric, nullptr);
 
-  const auto insert = database.NewQuery();
-  insert->SQL.Add(InsertComposition(funcoes));
-  const auto remove = database.NewQuery();
-  remove->SQL.Add(DeleteComposition(funcoes, fabric));
-  remove->ExecSQL();
-
+  store_.Delete(fabric);
+  const auto insert = store_.NewRows();
   std::size_t elements = 0;
   for (TbComposi.First(); !TbComposi.Eof(); TbComposi.Next()) {
     for (const FabricColour& colour : colours_) SetBatchElement(*insert, elements++, colour);
   }
   if (elements > 0) insert->ExecBatch(elements);
   // The screen empties itself next: what a failing commit undoes must still be on it.
-  database.MakeDurable();
+  Connection().MakeDurable();
 }
 
 void TFmCadComposi::SetBatchElement(host::TTIQuery& insert, std::size_t element, const FabricColour& colour) {
@@ -303,7 +280,7 @@ void TFmCadComposi::SetBatchElement(host::TTIQuery& insert, std::size_t element,
   set("PERC", number("Perc"));
   set("COR", colour.code);
   const std::string yarn_colour = TbComposi[colour.field].AsText();
-  set("COR_I", host::Trim(yarn_colour).empty() ? std::string(kNoYarnColour) : yarn_colour);
+  set("COR_I", host::Trim(yarn_colour).empty() ? std::string(weaving::kNoYarnColour) : yarn_colour);
   set("DESPERDICIO", EdtDesperdicio.Number());
   set("RPM", host::RoundTo(EdtRPM.Number(), 0));
   set("REGRA", TbComposi["Regra"].AsText());

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "composition/composition_grid.h"
+#include "composition/composition_store.h"
 #include "host/kit/screen.h"
 
 namespace composition {
@@ -97,6 +98,7 @@ class TFmCadComposi : public host::Screen {
   host::TPesquisa pqMatLocaliza;
 
  private:
+  CompositionStore store_;
   std::vector<FabricColour> colours_;
   // The grid was loaded for the fabric in the code input (or carried over to it on purpose). Only then may it be
   // stored: after a failed or refused load it still shows another fabric.

@@ -1,9 +1,10 @@
 // Typing in the composition grid: what leaving a cell with Tab works out, the lookups behind F4, and the grid's menu.
 #include "composition/cad_composi.h"
 #include "composition/consumption.h"
-#include "composition/statements.h"
 #include "host/errors.h"
 #include "host/text.h"
+#include "weaving/deposits.h"
+#include "weaving/yarn_colour.h"
 
 namespace composition {
 namespace {
@@ -105,29 +106,21 @@ void TFmCadComposi::LeaveRule() {
 void TFmCadComposi::LeaveStitch() {
   TbComposi.Post();
   TbComposi.Edit();
-  const double needles = EdtAgulhas.Number();
-  const double stitch = TbComposi["Milimetros"].AsFloat();
-  if (needles > 0 && stitch > 0) TbComposi["LFA"].Set(stitch * needles);
+  const auto length = CourseLength(TbComposi["Milimetros"].AsFloat(), EdtAgulhas.Number());
+  if (length) TbComposi["LFA"].Set(*length);
 }
 
 void TFmCadComposi::LeaveYarnColour(const FabricColour& colour) {
   TbComposi.Post();
   TbComposi.Edit();
   const std::string yarn_colour = TbComposi[colour.field].AsText();
-  if (host::Trim(yarn_colour).empty() || yarn_colour == kNoYarnColour) return;
-  host::Funcoes& funcoes = Services();
+  if (host::Trim(yarn_colour).empty() || yarn_colour == weaving::kNoYarnColour) return;
   const std::string yarn = TbComposi["Codigo"].AsText();
-  if (funcoes.Existe("MAT_ITEN", "COR,CODIGO", funcoes.Aspas(yarn_colour) + "," + funcoes.Aspas(yarn), Connection())) {
-    return;
-  }
+  if (store_.YarnHasColour(yarn, yarn_colour)) return;
   // Without a Yes, or without the right, the colour stays in the cell all the same: the yarn may be registered later.
   if (!Confirm("Cor não cadastrada no Material. Deseja cadastrar?")) return;
-  if (!funcoes.Acessa("TfmMateriais", "A", "0")) return;
-  const std::string deposit =
-      funcoes.Busca_Valor("DEPOSITO", "PRIORIDADE", "CODIGO", funcoes.Aspas("1"), true, true).AsText();
-  const auto insert = Connection().NewQuery();
-  insert->SQL.Add(RegisterYarnColour(funcoes, yarn, yarn_colour, deposit));
-  insert->ExecSQL();
+  if (!Services().Acessa("TfmMateriais", "A", "0")) return;
+  store_.RegisterYarnColour(yarn, yarn_colour, weaving::FirstDeposit(Services()));
   Connection().CommitRetaining();
 }
 
@@ -144,7 +137,7 @@ void TFmCadComposi::OpenLookupOf(std::string_view field) {
     PqRegra.Open();
   } else if (ColourOfField(colours_, field) != nullptr) {
     const std::string yarn = TbComposi.IsEmpty() ? std::string() : TbComposi["Codigo"].AsText();
-    PqCor.SetStatement(ColoursOfYarn(Services(), yarn));
+    PqCor.SetStatement(store_.ColoursOfYarn(yarn));
     PqCor.Open();
   }
 }
@@ -179,7 +172,7 @@ void TFmCadComposi::ppManutencaoPopup() {
 }
 
 void TFmCadComposi::LocalizarCor1Click() {
-  pqMatLocaliza.SetStatement(StoredColours(Services(), EdtCodMat.Text()));
+  pqMatLocaliza.SetStatement(store_.ComposedColours(EdtCodMat.Text()));
   pqMatLocaliza.Open();
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/kit/columns.h"
 #include "host/text.h"
 
 namespace composition {
@@ -32,6 +33,8 @@ bool FilledByProgram(std::string_view field) {
   return field == "Ordem" || field == "Descricao" || field == "Custo" || field == "NE" || field == "Consumo" ||
          field == "Desc_Regra";
 }
+
+bool IsNumber(const FieldDef& field) { return field.type == FieldType::kFloat || field.type == FieldType::kInteger; }
 
 // In characters: as much as usually stands there; the descriptions are cut before the colours are pushed out of sight.
 int FixedWidth(std::string_view field) {
@@ -97,13 +100,12 @@ std::vector<FieldDef> GridFields(const std::vector<FabricColour>& colours) {
 std::vector<host::GridColumn> GridColumns(const std::vector<FabricColour>& colours) {
   std::vector<host::GridColumn> columns;
   for (const FieldDef& field : GridFields(colours)) {
-    host::GridColumn column;
-    column.field = field.name;
-    column.read_only = FilledByProgram(field.name);
-    const bool number = field.type == FieldType::kFloat || field.type == FieldType::kInteger;
-    column.align = number ? host::Align::kRight : host::Align::kLeft;
     const FabricColour* colour = ColourOfField(colours, field.name);
-    column.width = colour != nullptr ? ColourWidth(*colour) : FixedWidth(field.name);
+    const int width = colour != nullptr ? ColourWidth(*colour) : FixedWidth(field.name);
+    // The caption is the field's.
+    host::GridColumn column =
+        IsNumber(field) ? host::TypedNumberColumn(field.name, {}, width) : host::TypedColumn(field.name, {}, width);
+    column.read_only = FilledByProgram(field.name);
     column.lookup = colour != nullptr || field.name == "Codigo" || field.name == "Regra";
     // They have to make 100.
     column.total = field.name == "Perc";

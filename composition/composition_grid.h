@@ -11,9 +11,6 @@
 
 namespace composition {
 
-/// Stored in place of a yarn colour that nobody gave.
-inline constexpr std::string_view kNoYarnColour = "*****";
-
 /// A colour in which the fabric exists.
 struct FabricColour {
   std::string code;

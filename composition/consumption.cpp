@@ -8,8 +8,13 @@
 
 namespace composition {
 
-double RelativeConsumption(double lfa, double roca, std::int64_t ne) {
-  return (lfa * 0.59 * roca) / (static_cast<double>(ne) * 100);
+std::optional<double> CourseLength(double stitch, double needles) {
+  if (!(needles > 0 && stitch > 0)) return std::nullopt;
+  return stitch * needles;
+}
+
+double RelativeConsumption(double course_length, double feeders, std::int64_t count) {
+  return (course_length * 0.59 * feeders) / (static_cast<double>(count) * 100);
 }
 
 bool HasKnittingData(const host::Dataset& rows) {
@@ -30,14 +35,16 @@ double SumOfPercentages(host::Dataset& rows) {
 
 bool IsWhole(double sum) { return host::RoundTo(sum, 9) == 100; }
 
+bool IsNearlyWhole(double sum) { return host::RoundTo(sum, 1) == 100; }
+
 double Recalculate(host::Dataset& rows) {
   double total = 0;
   for (rows.First(); !rows.Eof(); rows.Next()) {
     // Machines are set in whole feeders and courses; a yarn without count still takes its part.
-    const auto lfa = static_cast<double>(rows["LFA"].AsInteger());
-    const auto roca = static_cast<double>(rows["ROCA"].AsInteger());
-    const std::int64_t ne = std::max<std::int64_t>(rows["NE"].AsInteger(), 1);
-    const double consumption = RelativeConsumption(lfa, roca, ne);
+    const auto course_length = static_cast<double>(rows["LFA"].AsInteger());
+    const auto feeders = static_cast<double>(rows["ROCA"].AsInteger());
+    const std::int64_t count = std::max<std::int64_t>(rows["NE"].AsInteger(), 1);
+    const double consumption = RelativeConsumption(course_length, feeders, count);
     rows.Edit();
     rows["Consumo"].Set(consumption);
     rows.Post();

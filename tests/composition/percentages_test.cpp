@@ -1,5 +1,4 @@
 // Compositions that do not make 100%, and their recalculation.
-#include "composition/consumption.h"
 #include "composition_mill.h"
 
 namespace test {
@@ -116,14 +115,6 @@ TEST_F(Percentages, RecalculationTakesWholeNumbersAndACountOfOneForNone) {
   EXPECT_EQ(Cell(1, "Perc"), "50,0000");
   EXPECT_EQ(Cell(2, "Perc"), "50,0000");
   EXPECT_EQ(mill_.Messages(), Lines{});
-}
-
-TEST_F(Percentages, TheTwoChecksDrawTheirLinesApart) {
-  EXPECT_FALSE(composition::IsWhole(99.96));
-  EXPECT_FALSE(composition::IsWhole(100.000001));
-  EXPECT_FALSE(composition::IsWhole(0));
-  EXPECT_TRUE(composition::IsWhole(100));
-  EXPECT_TRUE(composition::IsWhole(99.99999999999999));
 }
 
 }  // namespace
