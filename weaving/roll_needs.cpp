@@ -5,6 +5,7 @@
 #include "host/decimal.h"
 #include "host/text.h"
 #include "weaving/reservations.h"
+#include "weaving/yarn_colour.h"
 
 namespace weaving {
 namespace {
@@ -87,7 +88,6 @@ bool RollNeeds::NothingIsOpen(const std::string& order) const {
   return !item->IsEmpty() && item->FieldByName("ABERTO").AsFloat() == 0;
 }
 
-// Lines whose yarn colour holds "*" are dyed to no colour of their own: they are never consumed.
 std::unique_ptr<host::TTIQuery> RollNeeds::ByComposition(const NewRoll& roll, bool merged) const {
   Sql lines = statements_.Write(R"(
 SELECT COMP.CODIGO, MATERIAL.DESCRICAO, COMP.COR_I AS COR, COMP.PERC, 
@@ -97,8 +97,11 @@ LEFT JOIN {MATERIAL} MATERIAL ON (COMP.CODIGO = MATERIAL.CODIGO)
 WHERE COMP.MATERIAL = :fabric
 AND COMP.COR = :colour
 AND (COMP.PERC * (:kilograms/100.00)) > 0 
-AND NOT (COMP.COR_I LIKE '%*%'))",
-                                {{"kilograms", roll.kilograms}, {"fabric", roll.fabric}, {"colour", roll.colour}});
+AND :coloured)",
+                                {{"kilograms", roll.kilograms},
+                                 {"fabric", roll.fabric},
+                                 {"colour", roll.colour},
+                                 {"coloured", YarnColourGiven("COMP.")}});
   return statements_.Open(
       lines.Add(Sql(merged ? "GROUP BY COMP.CODIGO, MATERIAL.DESCRICAO, COMP.COR_I, COMP.PERC"
                            : "GROUP BY COMP.CODIGO, MATERIAL.DESCRICAO, COMP.COR_I, COMP.PERC, COMP.ORDEM")));

@@ -6,6 +6,7 @@
 #include "host/kit/columns.h"
 #include "host/restored.h"
 #include "host/text.h"
+#include "weaving/hold.h"
 #include "weaving/stock_lot.h"
 #include "writeoff/employee.h"
 
@@ -33,20 +34,16 @@ std::vector<FieldDef> DefectFields() {
           {"Data", FieldType::kDate}};
 }
 
-GridColumn LookedUp(std::string field, std::string caption, int width) {
-  return {.field = std::move(field), .caption = std::move(caption), .width = width, .lookup = true};
-}
-
 std::vector<GridColumn> DefectColumns() {
-  return {LookedUp("Defeito", "Defeito", 8),
+  return {host::WithLookup(host::TypedColumn("Defeito", "Defeito", 8)),
           host::ShownColumn("Desc_Def", "Descrição", 28),
-          {.field = "Peso", .caption = "Quantidade", .width = 11, .align = host::Align::kRight, .total = true},
-          LookedUp("Funcionario", "Funcionário", 11),
+          host::WithTotal(host::TypedNumberColumn("Peso", "Quantidade", 11)),
+          host::WithLookup(host::TypedColumn("Funcionario", "Funcionário", 11)),
           host::ShownColumn("Desc_Func", "Nome", 22),
-          LookedUp("Turno", "Turno", 6),
-          LookedUp("Qualidade", "Qualidade", 9),
-          {.field = "Rolo", .caption = "Peça", .width = 6, .align = host::Align::kRight},
-          {.field = "Data", .caption = "Data", .width = 11}};
+          host::WithLookup(host::TypedColumn("Turno", "Turno", 6)),
+          host::WithLookup(host::TypedColumn("Qualidade", "Qualidade", 9)),
+          host::TypedNumberColumn("Rolo", "Peça", 6),
+          host::TypedColumn("Data", "Data", 11)};
 }
 
 }  // namespace
@@ -143,7 +140,7 @@ void TfmCadDefTec::BuscaMovDefeitos() {
   changed_ = false;
   if (!HasRoll()) return;
   // A save deletes the rows and inserts them anew: read just then, some would be missing.
-  Db().LockRow("TECEL", "NUMERO", EdtOF.Text());
+  weaving::HoldOrder(Db(), EdtOF.Text());
   const auto rows = store_.Load(Scope());
   version_ = DefectStore::Version(*rows);
   for (; !rows->Eof(); rows->Next()) {
@@ -269,7 +266,7 @@ void TfmCadDefTec::BitBtn1Click() {
   if (!HasRoll()) Refuse(kNoRoll);
   TbDef.Post();
   // Stations take turns on an order, so that a roll taken back elsewhere gets no defects afterwards.
-  Db().LockRow("TECEL", "NUMERO", EdtOF.Text());
+  weaving::HoldOrder(Db(), EdtOF.Text());
   CheckUnchanged();
   store_.Save(Scope(), TypedDefects());
   changed_ = false;

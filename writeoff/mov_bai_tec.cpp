@@ -8,6 +8,7 @@
 #include "host/kit/columns.h"
 #include "host/restored.h"
 #include "host/text.h"
+#include "weaving/expected_rolls.h"
 #include "weaving/parameters.h"
 #include "weaving/stock_lot.h"
 #include "writeoff/employee.h"
@@ -75,7 +76,7 @@ std::vector<host::GridColumn> ItemColumns() {
           host::ShownColumn("Unidade", "Un.", 4),
           host::QuantityColumn("Qtde", "Qtde", 11),
           host::QuantityColumn("Qtde_B", "Qtde Baixada", 13),
-          {.field = "Baixada", .caption = "Encerrado", .width = 10, .check_box = true, .align = host::Align::kCenter},
+          host::TickedColumn("Baixada", "Encerrado", 10),
           host::QuantityColumn("Qtde_Rolo", "Rolos", 7),
           host::QuantityColumn("Qtde_Rolo_B", "Rolos Baixados", 14),
           host::NumberColumn("KgRolo", "Kg Rolo", 9),
@@ -298,7 +299,7 @@ void TfmMovBaiTec::AppendItem(host::TTIQuery& order) {
   const double quantity = order.FieldByName("QTDE").AsFloat();
   const double per_roll = order.FieldByName("KG_ROLO").AsFloat();
   TbItens["KgRolo"].Set(per_roll);
-  TbItens["Qtde_Rolo"].Set(quantity > 0 && per_roll > 0 ? host::RoundTo(quantity / per_roll, 0) : 0.0);
+  TbItens["Qtde_Rolo"].Set(weaving::ExpectedRolls(quantity, per_roll));
   TbItens["Qtde_Rolo_B"].Set(order.FieldByName("QTDE_R_B").AsFloat());
   TbItens.Post();
 }

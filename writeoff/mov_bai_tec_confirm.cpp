@@ -4,6 +4,7 @@
 #include "host/restored.h"
 #include "host/text.h"
 #include "weaving/average_weight.h"
+#include "weaving/hold.h"
 #include "weaving/parameters.h"
 #include "weaving/savepoints.h"
 #include "weaving/stock_keeping.h"
@@ -172,7 +173,7 @@ double TfmMovBaiTec::CheckedWeight(double net) {
 
 void TfmMovBaiTec::ConsumeYarn(double net) {
   // Stations take turns on an order: what is reserved and which roll comes next is read under this lock.
-  Db().LockRow("TECEL", "NUMERO", Order());
+  weaving::HoldOrder(Db(), Order());
   OrdemBaixa = 0;
   LoteBaixa.clear();
   SituacaoFios = yarn::kYarnOpen;

@@ -2,6 +2,7 @@
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/text.h"
+#include "weaving/hold.h"
 #include "weaving/roll_lot.h"
 #include "weaving/roll_reversal.h"
 #include "weaving/savepoints.h"
@@ -75,7 +76,7 @@ void TfmMovBaiTec::BtnExtornaClick() {
   if (!Services().Acessa(ClassName(), "E", "0")) throw host::Abort();
   if (GetHost().GetContabil().PeriodoConciliado(roll.date, "IV")) throw host::Abort();
   // Stations take turns on an order, from the first look at the roll to the last statement.
-  Db().LockRow("TECEL", "NUMERO", roll.order);
+  weaving::HoldOrder(Db(), roll.order);
   weaving::RollReversal reversal(GetHost());
   CheckListedRoll(roll, reversal.Look(roll));
   ReverseRoll(roll, reversal);

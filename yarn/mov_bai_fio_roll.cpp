@@ -1,5 +1,6 @@
 // What the yarn screen has written for a roll once every yarn is found.
 #include "host/errors.h"
+#include "weaving/hold.h"
 #include "yarn/mov_bai_fio.h"
 
 namespace yarn {
@@ -19,7 +20,7 @@ weaving::NewRoll TFmMovBaiFio::CurrentRoll() const {
 void TFmMovBaiFio::Conclude() {
   try {
     const std::string order = opener_->CurrentRoll().order;
-    if (!BaixaAutomatica) GetHost().GetTabela().IBDatabase().LockRow("TECEL", "NUMERO", order);
+    if (!BaixaAutomatica) weaving::HoldOrder(GetHost().GetTabela().IBDatabase(), order);
     const int number = weaving::RollWriting::NextNumber(GetHost(), order);
     MovimentaEstoque(number);
     opener_->OrdemBaixa = number;
