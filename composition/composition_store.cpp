@@ -49,17 +49,13 @@ AND (PRODUTO = '' OR PRODUTO IS NULL))",
 }
 
 std::unique_ptr<host::TTIQuery> CompositionStore::NewRows() const {
-  auto insert = database_.NewQuery();
-  insert->SQL.Add(statements_
-                      .Write(R"(
+  return statements_.Batch(R"(
 INSERT INTO {COMP_MATERIAL}(MATERIAL, CODIGO, ORDEM, LFA, ROCA, COMP_PONTO, TENSAO, LARGURA, GRAMATURA, DIAMETRO,
 FINURA, KG_ROLO, ALIMENTADORES, PERC, COR, COR_I, DESPERDICIO, RPM, REGRA)
 VALUES (
 :MATERIAL, :CODIGO, :ORDEM, :LFA, :ROCA, :COMP_PONTO, :TENSAO, :LARGURA, :GRAMATURA, :DIAMETRO,
 :FINURA, :KG_ROLO, :ALIMENTADORES, :PERC, :COR, :COR_I, :DESPERDICIO, :RPM, :REGRA
-))")
-                      .Text());
-  return insert;
+))");
 }
 
 bool CompositionStore::YarnHasColour(std::string_view yarn, std::string_view colour) const {

@@ -90,6 +90,12 @@ void Statements::Execute(const Sql& statement) const {
   query->ExecSQL();
 }
 
+std::unique_ptr<host::TTIQuery> Statements::Batch(std::string_view text, Values values) const {
+  auto query = database_.NewQuery();
+  query->SQL.Add(Write(text, values).Text());
+  return query;
+}
+
 void Statements::ExecuteTogether(const std::vector<Sql>& statements) const {
   for (const Sql& statement : statements) Execute(statement);
 }

@@ -84,6 +84,9 @@ class Statements {
   /// that fails, and Sql() of the error is the statement that it belongs to; those before it stay pending.
   void ExecuteTogether(const std::vector<Sql>& statements) const;
 
+  /// A statement of which a batch is to be run: its parameters, names in capitals, are for the caller to set.
+  std::unique_ptr<host::TTIQuery> Batch(std::string_view text, Values values = {}) const;
+
   /// The text as a literal, for conditions that are no statement (filters of lookups and of shared datasets).
   std::string Quoted(std::string_view text) const { return funcoes_.Aspas(text); }
 
