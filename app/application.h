@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -60,6 +61,8 @@ class Application : public host::Host {
   virtual ProgramClock& GetProgramClock() = 0;
   /// The module's screens and then the host's own that the person may use, in the order of the menu.
   virtual std::vector<MenuScreen> MenuScreens() = 0;
+  /// The module's reports, by name; they live as long as the module is loaded.
+  virtual std::span<const host::ListedReport> Reports() const { return {}; }
   /// Sets an installation parameter; seen by the screens at once. Throws host::DatabaseError, nothing is changed then.
   virtual void WriteParameter(std::string_view group, int number, std::string_view value) = 0;
   /// What was printed since the last call.

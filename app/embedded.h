@@ -1,4 +1,4 @@
-// Files that travel inside the program: migrations, demonstration data, scripts, report layouts.
+// Files that travel inside the program: migrations, demonstration data, report layouts.
 #pragma once
 
 #include <span>
@@ -15,8 +15,6 @@ struct EmbeddedFile {
 std::span<const EmbeddedFile> SchemaFiles();
 /// Files of demo/*.csv and demo/*.js, ordered by name.
 std::span<const EmbeddedFile> DemoFiles();
-/// Files of app/cli/print/*.js, ordered by name: what a person does to print the report of that name.
-std::span<const EmbeddedFile> PrintScripts();
 /// Files of layouts/*.js, ordered by name.
 std::span<const EmbeddedFile> LayoutFiles();
 

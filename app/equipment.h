@@ -11,16 +11,19 @@
 #include "host/funcoes.h"
 #include "host/host.h"
 #include "host/kit/report.h"
+#include "host/module.h"
 #include "host/serial_port.h"
 
 namespace app {
 
 /// A report that a screen asks for. What is lent here outlives the call.
 struct PrintRequest {
-  std::string report;                         // name of its layout
-  char kind = 'W';                            // 'W' graphic, 'T' text
-  host::Report* unknown_functions = nullptr;  // who knows functions that the engine does not; null for nobody
-  host::Screen& owner;                        // its datasets, by component name
+  std::string report;                          // name of its layout
+  char kind = 'W';                             // 'W' graphic, 'T' text
+  host::Report* unknown_functions = nullptr;   // who knows functions that the engine does not; null for nobody
+  host::Report* text_functions = nullptr;      // the same when the text is printed instead of the pages asked for
+  const host::ListedReport* listed = nullptr;  // in the module's list; null for a report that is not there
+  host::Screen& owner;                         // its datasets, by component name
   host::ReportFlags flags;
   std::string user;
   std::string company;

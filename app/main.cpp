@@ -5,6 +5,7 @@
 
 #include "app/cli/arguments.h"
 #include "app/cli/commands.h"
+#include "app/cli/module_loader.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ int Fail(std::string text, int code) {
 
 int main(int count, char** values) {
   try {
-    const auto arguments = app::cli::ReadArguments(count, values);
+    const auto arguments = app::cli::ReadArguments(count, values, app::cli::ProgramModule);
     return arguments ? app::cli::Carry(*arguments) : 0;
   } catch (const app::cli::UsageError& error) {
     return Fail(error.text, kWrongUsage);

@@ -4,5 +4,5 @@
 
 extern "C" __attribute__((visibility("default"))) const host::Module* tecelagem_module(std::uint32_t contract_version) {
   if (contract_version != host::kContractVersion) return nullptr;
-  return &tecelagem::ScreenList();
+  return &tecelagem::TheModule();
 }

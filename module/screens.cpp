@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "composition/cad_composi.h"
+#include "module/reports.h"
 #include "orders/cad_lote_tec.h"
 #include "writeoff/cad_def_tec.h"
 #include "writeoff/mov_bai_tec.h"
@@ -24,10 +25,12 @@ constexpr host::ScreenClass kScreens[] = {
     {"TFmCadComposi", "Composições", "Cadastro de Composição", &Create<composition::TFmCadComposi>},
 };
 
-constexpr host::Module kModule = {host::kContractVersion, kScreens, std::size(kScreens)};
-
 }  // namespace
 
-const host::Module& ScreenList() { return kModule; }
+const host::Module& TheModule() {
+  static const host::Module kModule = {host::kContractVersion, kScreens, std::size(kScreens), ReportList().data(),
+                                       ReportList().size()};
+  return kModule;
+}
 
 }  // namespace tecelagem

@@ -8,6 +8,7 @@
 #include "app/embedded.h"
 #include "app/firebird/attachment.h"
 #include "app/firebird/migrations.h"
+#include "app/reports.h"
 #include "app/services/database_offer.h"
 #include "app/services/general_services.h"
 #include "app/services/parameters.h"
@@ -111,6 +112,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
     database_->CommitRetaining();
   }
 
+  std::span<const host::ListedReport> Reports() const override { return ReportsOf(module_); }
   std::vector<PrintJob> TakeJobs() override { return std::exchange(jobs_, {}); }
   std::string LayoutsFolder() const override { return layouts_folder_; }
 
@@ -153,7 +155,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   void MoveFocus(host::Screen& screen, bool back) override { desk_.MoveFocus(screen, back); }
   std::string AskDate(std::string_view caption, std::string_view prompt) override;
   void ShowBusy(bool on, std::string_view text) override { person_.ShowBusy(on, text); }
-  void Print(std::string_view report, char kind, host::Report* unknown_functions, host::Screen& owner,
+  void Print(std::string_view report, char kind, services::AskedOfScreen functions, host::Screen& owner,
              const host::ReportFlags& flags) override;
 
   void CloseScreens() noexcept;
@@ -272,13 +274,15 @@ std::unique_ptr<host::SerialPort> ReferenceApplication::NewSerialPort(host::Scre
   return equipment_.NewSerialPort(std::move(use));
 }
 
-void ReferenceApplication::Print(std::string_view report, char kind, host::Report* unknown_functions,
+void ReferenceApplication::Print(std::string_view report, char kind, services::AskedOfScreen functions,
                                  host::Screen& owner, const host::ReportFlags& flags) {
   database_->MakeDurable();  // paper cannot be taken back
   const std::string name = general_.BuscaParametro("SIS", 10);
   const PrintRequest request{.report = std::string(report),
                              .kind = kind,
-                             .unknown_functions = unknown_functions,
+                             .unknown_functions = kind == 'T' ? functions.text : functions.graphic,
+                             .text_functions = functions.text,
+                             .listed = FindReport(Reports(), report),
                              .owner = owner,
                              .flags = flags,
                              .user = general_.vUsuario(),

@@ -2,11 +2,14 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <map>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <utility>
 
 #include "app/cli/scale_simulator.h"
+#include "app/reports.h"
 
 namespace app::cli {
 namespace {
@@ -31,6 +34,8 @@ class Formatter : public CLI::Formatter {
     }
     return text + " [OPÇÕES]\n";
   }
+
+  std::string make_footer(const CLI::App* app) const override { return app->get_footer(); }
 };
 
 void AddHelp(CLI::App& app) { app.set_help_flag("-h,--help", "Mostra esta ajuda e termina")->group("Opções"); }
@@ -71,15 +76,11 @@ void AddOptions(CLI::App& command, Arguments& arguments, std::string& password, 
 }
 
 void AddPrintOptions(CLI::App& print, Arguments& arguments) {
-  AddArgument(print, "RELATORIO", arguments.report, "Nome do relatório: WTecLoteCad (ordem) ou WEtqTecRolo (rolo)");
+  AddArgument(print, "RELATORIO", arguments.report, "Nome do relatório, com os argumentos dele: veja no fim");
   print.option_defaults()->group("Opções");
-  print.add_option("--order", arguments.order, "Número da ordem de tecelagem")->required()->option_text("NUMERO");
-  print.add_option("--roll", arguments.roll, "Rolo da ordem, para a etiqueta WEtqTecRolo")
-      ->check(CLI::PositiveNumber)
-      ->option_text("N");
   print.add_flag(
       "--text", [&arguments](std::int64_t) { arguments.text = true; },
-      "Em texto, na linguagem da impressora de etiquetas, em vez de páginas");
+      "Em texto, para impressora de etiquetas ou matricial, em vez de páginas");
   print.add_option("--pdf", arguments.pdf, "Grava as páginas neste arquivo PDF")->option_text("ARQUIVO");
   print.add_option("--output", arguments.output, "Grava o que sai neste arquivo: páginas em PDF, ou o texto como é")
       ->option_text("ARQUIVO");
@@ -87,6 +88,24 @@ void AddPrintOptions(CLI::App& print, Arguments& arguments) {
       .add_option("--to", arguments.to,
                   "Imprime em: uma impressora pelo nome, fila:NOME, dispositivo:/dev/usb/lp0, rede:HOST:9100")
       ->option_text("DESTINO");
+}
+
+// What any of the reports takes; whether the one that is printed takes it is seen when its name is known, which may
+// stand behind. The help tells them report by report.
+void AddReportArguments(CLI::App& print, std::span<const host::ListedReport> reports, Arguments& arguments) {
+  constexpr const char* kInNoHelp = "";
+  for (const host::ListedReport& report : reports) {
+    for (const host::ReportArgument& argument : ArgumentsOf(report)) {
+      const std::string name = argument.name;
+      if (arguments.given.contains(name)) continue;
+      print.add_option("--" + name, arguments.given[name])->group(kInNoHelp);
+    }
+  }
+  print.footer(HelpOnReports(reports));
+}
+
+void KeepGiven(const CLI::App& print, Arguments& arguments) {
+  std::erase_if(arguments.given, [&print](const auto& entry) { return print.count("--" + entry.first) == 0; });
 }
 
 void AddSimulatorOptions(CLI::App& simulator, Arguments& arguments) {
@@ -146,7 +165,8 @@ std::string UnknownCommand(const CLI::App& app, int count, const char* const* va
 
 }  // namespace
 
-std::optional<Arguments> ReadArguments(int count, const char* const* values) {
+std::optional<Arguments> ReadArguments(int count, const char* const* values,
+                                       const std::function<const host::Module&()>& module) {
   Arguments arguments;
   std::string password;
   CLI::App app(
@@ -178,6 +198,8 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
   desktop->add_flag(
       "--ask", [&arguments](std::int64_t) { arguments.ask = true; }, "Usuário e senha são só propostos");
   AddPrintOptions(*print, arguments);
+  // The module is not loaded for the other commands: some work without it.
+  print->preparse_callback([&](std::size_t) { AddReportArguments(*print, ReportsOf(module()), arguments); });
   AddSimulatorOptions(*simulator, arguments);
   for (CLI::App* command : {init, demo, import, script, print, check}) AddOptions(*command, arguments, password, false);
   script->add_option("--timeout", arguments.timeout, "Termina o script que passar deste tempo (padrão: sem limite)")
@@ -206,7 +228,10 @@ std::optional<Arguments> ReadArguments(int count, const char* const* values) {
         Entry{check, Command::kCheck}, Entry{simulator, Command::kScaleSimulator}, Entry{version, Command::kVersion}}) {
     if (entry.command == chosen) arguments.command = entry.kind;
   }
-  if (arguments.command == Command::kPrint) CheckOneTarget(arguments);
+  if (arguments.command == Command::kPrint) {
+    KeepGiven(*print, arguments);
+    CheckOneTarget(arguments);
+  }
   if (arguments.command == Command::kScaleSimulator) CheckSimulator(arguments);
   for (CLI::App* command : {desktop, init, demo, import, script, print, check}) {
     if (command != chosen) continue;

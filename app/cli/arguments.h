@@ -1,8 +1,12 @@
 // The command line, read.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
+
+#include "app/cli/report_arguments.h"
+#include "host/module.h"
 
 namespace app::cli {
 
@@ -15,15 +19,14 @@ struct Arguments {
   std::optional<std::string> password;  // nothing when it was neither given nor in the environment
   std::string company = "001";
   bool statement_cache = true;
-  std::string table;   // import: logical name
-  std::string file;    // import, script
-  double timeout = 0;  // script: seconds, 0 for no limit
-  std::string jobs;    // script: folder for what is printed; empty for one that goes at the end
-  std::string report;  // print: its name
-  std::string order;   // print: number
-  int roll = 0;        // print: of the order, from 1; 0 when none was named
-  bool text = false;   // print: print type text
-  std::string pdf;     // print: exactly one of these three is not empty
+  std::string table;     // import: logical name
+  std::string file;      // import, script
+  double timeout = 0;    // script: seconds, 0 for no limit
+  std::string jobs;      // script: folder for what is printed; empty for one that goes at the end
+  std::string report;    // print: its name
+  GivenArguments given;  // print: what the report is told, not checked yet
+  bool text = false;     // print: print type text
+  std::string pdf;       // print: exactly one of these three is not empty
   std::string output;
   std::string to;
   int protocol = 0;  // scale-simulator, and all below: see scale::SimulatorOptions
@@ -42,7 +45,9 @@ struct UsageError {
   std::string text;
 };
 
-/// Reads the command line. Prints the help and hands back nothing when it was asked for; throws UsageError.
-std::optional<Arguments> ReadArguments(int count, const char* const* values);
+/// Reads the command line. Prints the help and hands back nothing when it was asked for; throws UsageError. `module` is
+/// called where its list of reports is needed, and what it throws comes out.
+std::optional<Arguments> ReadArguments(int count, const char* const* values,
+                                       const std::function<const host::Module&()>& module);
 
 }  // namespace app::cli

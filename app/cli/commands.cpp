@@ -101,13 +101,13 @@ int Import(const Arguments& arguments) {
   return 0;
 }
 
-std::unique_ptr<Application> StartFor(const Arguments& arguments, const LoadedModule& module, Equipment& equipment,
+std::unique_ptr<Application> StartFor(const Arguments& arguments, const host::Module& module, Equipment& equipment,
                                       ScriptedPerson& person) {
   ApplicationOptions options;
   options.connect = Connection(arguments);
   options.user = arguments.user;
   options.equipment = &equipment;
-  auto application = Application::Start(options, module.Get(), person);
+  auto application = Application::Start(options, module, person);
   CheckPerson(application->GetDatabase(), arguments);
   return application;
 }
@@ -115,9 +115,9 @@ std::unique_ptr<Application> StartFor(const Arguments& arguments, const LoadedMo
 int Script(const Arguments& arguments) {
   const std::string source = ReadFile(arguments.file);
   // The module first: without screens the database is not even opened.
-  const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
+  const host::Module& module = ProgramModule();
   const JobsFolder jobs(arguments.jobs);
-  const auto equipment = NewCommandEquipment("arquivo:" + jobs.Path());
+  const auto equipment = NewCommandEquipment("arquivo:" + jobs.Path(), false);
   ScriptedPerson person;
   const auto application = StartFor(arguments, module, *equipment, person);
   const double seconds = std::min(arguments.timeout, kLongestTimeout);
@@ -128,12 +128,12 @@ int Script(const Arguments& arguments) {
 }
 
 int PrintReport(const Arguments& arguments) {
-  CheckPrintable(arguments);
-  const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
-  const auto equipment = NewCommandEquipment(PrintTo(arguments));
+  const host::Module& module = ProgramModule();
+  const ReportToPrint report = Printable(module, arguments);
+  const auto equipment = NewCommandEquipment(PrintTo(arguments), arguments.text);
   ScriptedPerson person;
   const auto application = StartFor(arguments, module, *equipment, person);
-  for (const PrintJob& job : Print(*application, person, arguments)) {
+  for (const PrintJob& job : Print(*application, person, report)) {
     std::cout << job.report << ": " << (job.file.empty() ? job.destination : job.file) << std::endl;
   }
   return 0;
@@ -165,21 +165,21 @@ void CheckDisplay() {
 
 int Desktop(const Arguments& arguments) {
   CheckDisplay();
-  const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
+  const host::Module& module = ProgramModule();
   desktop::DesktopOptions options;
   options.connect = Connection(arguments);
   if (arguments.user_given) options.user = arguments.user;
   options.signed_in = arguments.user_given && arguments.password.has_value() && !arguments.ask;
   options.version = TECELAGEM_VERSION;
   const auto run = reinterpret_cast<windows::Entry>(WindowsLibrary().Find(windows::kEntry));
-  return run(&options, &module.Get());
+  return run(&options, &module);
 }
 
 int Version() {
   std::cout << "tecelagem " << TECELAGEM_VERSION << std::endl;
-  const LoadedModule module = LoadedModule::Load(ModuleFileBesideProgram());
-  std::cout << "módulo das telas: contrato " << module.Get().contract_version << ", " << module.Get().screen_count
-            << " telas" << std::endl;
+  const host::Module& module = ProgramModule();
+  std::cout << "módulo das telas: contrato " << module.contract_version << ", " << module.screen_count << " telas"
+            << std::endl;
   return 0;
 }
 

@@ -25,6 +25,10 @@ class LoadedModule {
   const host::Module* module_;
 };
 
+/// The module beside the program, loaded when it is first asked for and until the program ends. Throws as
+/// LoadedModule::Load does, and may be asked again then.
+const host::Module& ProgramModule();
+
 /// Where the module belongs: beside the running program.
 std::filesystem::path ModuleFileBesideProgram();
 

@@ -28,10 +28,10 @@ const Library& WindowsLibrary() {
   return *kLibrary;
 }
 
-std::unique_ptr<Equipment> NewCommandEquipment(const std::string& to) {
+std::unique_ptr<Equipment> NewCommandEquipment(const std::string& to, bool in_text) {
   try {
     const auto lend = reinterpret_cast<windows::EquipmentEntry>(WindowsLibrary().Find(windows::kEquipmentEntry));
-    return std::unique_ptr<Equipment>(lend(&to));
+    return std::unique_ptr<Equipment>(lend(&to, in_text));
   } catch (const host::InputError& error) {
     return std::make_unique<NoLibrary>(error.what());
   }

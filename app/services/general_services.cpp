@@ -94,7 +94,7 @@ void GeneralServices::Chama_Relatorio(host::Report* graphic, host::Report* text,
     throw host::InputError("O relatório \"" + std::string(report) + "\" foi pedido com o tipo de impressão \"" +
                            std::string(print_type) + "\", que não existe.");
   }
-  parts_.windows.Print(report, as_text ? 'T' : 'W', as_text ? text : graphic, owner, flags);
+  parts_.windows.Print(report, as_text ? 'T' : 'W', {graphic, text}, owner, flags);
 }
 
 double GeneralServices::PegaPesoBalanca(std::string_view received, char terminator) {

@@ -13,6 +13,12 @@
 
 namespace app::services {
 
+/// Who is asked for functions that a layout calls and the engine does not know; null for nobody.
+struct AskedOfScreen {
+  host::Report* graphic;
+  host::Report* text;
+};
+
 /// What the general services need of the program's windows.
 class Windows {
  public:
@@ -23,7 +29,7 @@ class Windows {
   virtual std::string AskDate(std::string_view caption, std::string_view prompt) = 0;
   virtual void ShowBusy(bool on, std::string_view text) = 0;
   /// See Chama_Relatorio; `kind` is 'W' or 'T'.
-  virtual void Print(std::string_view report, char kind, host::Report* unknown_functions, host::Screen& owner,
+  virtual void Print(std::string_view report, char kind, AskedOfScreen functions, host::Screen& owner,
                      const host::ReportFlags& flags) = 0;
 };
 

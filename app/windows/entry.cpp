@@ -46,6 +46,6 @@ extern "C" TECELAGEM_EXPORT int tecelagem_windows(const app::desktop::DesktopOpt
   return app::desktop::RunDesktop(*options, *module);
 }
 
-extern "C" TECELAGEM_EXPORT app::Equipment* tecelagem_equipment(const std::string* to) {
-  return std::make_unique<CommandEquipment>(*to).release();
+extern "C" TECELAGEM_EXPORT app::Equipment* tecelagem_equipment(const std::string* to, bool in_text) {
+  return std::make_unique<CommandEquipment>(*to, in_text).release();
 }

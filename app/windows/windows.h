@@ -14,10 +14,10 @@ namespace app::windows {
 inline constexpr const char* kEntry = "tecelagem_windows";
 using Entry = int (*)(const desktop::DesktopOptions* options, const host::Module* module);
 
-/// Name and type of the function that lends a command what printing/delivery/file_equipment.h has, printing to `to`.
-/// The command deletes it, on the thread that asked for it, before it ends; no toolkit may be running yet. No display
-/// is needed.
+/// Name and type of the function that lends a command what printing/delivery/file_equipment.h has, printing to `to`, in
+/// text where `in_text` and the report allow it. The command deletes it, on the thread that asked for it, before it
+/// ends; no toolkit may be running yet. No display is needed.
 inline constexpr const char* kEquipmentEntry = "tecelagem_equipment";
-using EquipmentEntry = Equipment* (*)(const std::string* to);
+using EquipmentEntry = Equipment* (*)(const std::string* to, bool in_text);
 
 }  // namespace app::windows

@@ -301,6 +301,10 @@ TEST_F(CliModule, AModuleWithoutScreens) {
   ExpectOneLine(With("libtest_module_empty.so"), 1, "a lista de telas está vazia");
 }
 
+TEST_F(CliModule, AModuleWithAReportThatNobodyCouldPrint) {
+  ExpectOneLine(With("libtest_module_incomplete_report.so"), 1, "uma lista está incompleta");
+}
+
 TEST_F(CliModule, ALibraryThatIsNoModule) {
   ExpectOneLine(With("libtest_module_no_entry.so"), 1, "não tem a entrada tecelagem_module");
 }

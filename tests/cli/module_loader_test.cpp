@@ -20,7 +20,7 @@ bool IsLoaded(const std::string& file) {
 }
 
 TEST(ModuleLoader, ARefusedModuleLeavesNothingBehind) {
-  for (const char* kind : {"other_version", "refuses", "empty", "no_entry", "unresolved"}) {
+  for (const char* kind : {"other_version", "refuses", "empty", "incomplete_report", "no_entry", "unresolved"}) {
     const std::string file = Built("libtest_module_" + std::string(kind) + ".so");
     EXPECT_THROW(app::cli::LoadedModule::Load(file), host::InputError) << kind;
     EXPECT_FALSE(IsLoaded(file)) << kind;

@@ -5,10 +5,13 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "app/cli/module_loader.h"
+#include "app/reports.h"
 #include "program.h"
 
 namespace {
@@ -73,6 +76,59 @@ TEST_F(PrintCommand, ARollsLabelAsPageAndAsText) {
   EXPECT_NE(bytes.find("ROLO 002"), std::string::npos) << bytes;
 }
 
+TEST_F(PrintCommand, AnOrderAsTextForALinePrinter) {
+  const Ended ended = Print({"WTecLoteCad", "--order", "000001", "--text", "--output", folder_ / "ordem.txt"});
+  EXPECT_EQ(ended.code, 0) << ended.errors;
+  EXPECT_EQ(ended.output, "WTecLoteCad: " + (folder_ / "ordem.txt") + "\n");
+  const std::string bytes = ReadText(folder_ / "ordem.txt");
+  EXPECT_NE(bytes.find("ORDEM DE TECELAGEM 000001"), std::string::npos) << bytes;
+  EXPECT_EQ(bytes.back(), '\f');
+  ExpectOneLine(Print({"WTecLoteCad", "--order", "000001", "--text", "--to", "rede:127.0.0.1:1"}), 1,
+                "A impressora 127.0.0.1:1 recusou a conexão");
+}
+
+// What the reports of the list are told in the mill of this test.
+const std::map<std::string, std::string> kToldHere = {{"order", "000001"}, {"roll", "1"}};
+
+TEST_F(PrintCommand, EveryReportOfTheListIsPrintedInEveryLayoutThatItHas) {
+  const auto module = app::cli::LoadedModule::Load(std::string(TECELAGEM_BINARY_DIR) + "/libtecelagem.so");
+  ASSERT_GT(module.Get().report_count, 0u);
+  for (const host::ListedReport& report : app::ReportsOf(module.Get())) {
+    std::vector<std::string> line = {report.name};
+    for (const host::ReportArgument& argument : app::ArgumentsOf(report)) {
+      ASSERT_TRUE(kToldHere.contains(argument.name)) << report.name << " wants --" << argument.name;
+      line.insert(line.end(), {"--" + std::string(argument.name), kToldHere.at(argument.name)});
+    }
+    for (const bool text : {false, true}) {
+      if (!(text ? HasText(report.layouts) : HasDrawn(report.layouts))) continue;
+      const std::string file = folder_ / (report.name + std::string(text ? ".txt" : ".pdf"));
+      std::vector<std::string> arguments = line;
+      if (text) arguments.emplace_back("--text");
+      arguments.insert(arguments.end(), {"--output", file});
+      const Ended ended = Print(arguments);
+      EXPECT_EQ(ended.code, 0) << ended.errors;
+      EXPECT_EQ(ended.output, std::string(report.name) + ": " + file + "\n");
+      const std::string bytes = ReadText(file);
+      EXPECT_GT(bytes.size(), 100u) << file;
+      EXPECT_EQ(bytes.substr(0, 4) == "%PDF", !text) << file;
+    }
+  }
+}
+
+TEST_F(PrintCommand, TheHelpTellsReportsAndTheirArguments) {
+  const Ended help = Start({"print", "--help"});
+  EXPECT_EQ(help.code, 0) << help.errors;
+  for (const char* line : {"\n  WEtqTecRolo             Etiqueta do rolo (páginas ou texto)\n    --order NUMERO ",
+                           "\n    --roll N              Rolo da ordem\n  WTecLoteCad             Ordem de tecelagem "
+                           "(páginas ou texto)\n"}) {
+    EXPECT_NE(help.output.find(line), std::string::npos) << help.output;
+  }
+}
+
+TEST_F(PrintCommand, TheNameMayStandBehindItsArguments) {
+  EXPECT_EQ(Print({"--order", "000001", "--pdf", folder_ / "ordem.pdf", "WTecLoteCad"}).code, 0);
+}
+
 TEST_F(PrintCommand, TheLogTellsWhoPrintedWhichLabel) {
   ASSERT_EQ(Print({"WEtqTecRolo", "--order", "000001", "--roll", "1", "--text", "--output", folder_ / "r.txt"}).code,
             0);
@@ -132,15 +188,17 @@ TEST_F(PrintCommand, WhatIsWrongIsOneLine) {
 
 TEST_F(PrintCommand, OptionsThatDoNotGoTogether) {
   const std::string pdf = folder_ / "x.pdf";
-  ExpectOneLine(Print({"WEtqTecRolo", "--order", "000001", "--pdf", pdf}), 1, "falta o rolo");
-  ExpectOneLine(Print({"WTecLoteCad", "--order", "000001", "--roll", "1", "--pdf", pdf}), 1, "é da ordem inteira");
-  ExpectOneLine(Print({"WTecLoteCad", "--order", "000001", "--text", "--output", pdf}), 1, "só existe em páginas");
+  ExpectOneLine(Print({"WEtqTecRolo", "--order", "000001", "--pdf", pdf}), 2, "falta o argumento --roll");
+  ExpectOneLine(Print({"WTecLoteCad", "--order", "000001", "--roll", "1", "--pdf", pdf}), 2,
+                "o relatório WTecLoteCad não tem o argumento --roll");
   ExpectOneLine(Print({"WEtqTecRolo", "--order", "000001", "--roll", "1", "--text", "--pdf", pdf}), 1,
                 "um relatório em texto não vira PDF");
   ExpectOneLine(Print({"WTecLoteCad", "--order", "000001"}), 2, "falta dizer para onde");
   ExpectOneLine(Print({"WTecLoteCad", "--order", "000001", "--pdf", pdf, "--to", "x"}), 2, "não andam juntos");
   ExpectOneLine(Print({"WTecLoteCad", "--pdf", pdf}), 2, "falta o argumento --order");
-  ExpectOneLine(Print({"WEtqTecRolo", "--order", "000001", "--roll", "-1", "--pdf", pdf}), 2, "--roll");
+  ExpectOneLine(Print({"WEtqTecRolo", "--order", "000001", "--roll", "-1", "--pdf", pdf}), 2,
+                "valor inválido: --roll \"-1\"");
+  ExpectOneLine(Print({"WTecLoteCad", "--lote", "000001", "--pdf", pdf}), 2, " --lote (veja");
 }
 
 TEST_F(PrintCommand, AWrongPasswordPrintsNothing) {

@@ -24,7 +24,7 @@ std::unique_ptr<host::Screen> CreateTiny(host::Host& the_host) { return std::mak
 const std::vector<host::ScreenClass>& Screens() {
   static const std::vector<host::ScreenClass> kScreens = [] {
     std::vector<host::ScreenClass> screens = {{"TfmTiny", "Testes", "Pequena", &CreateTiny}};
-    const host::Module& all = tecelagem::ScreenList();
+    const host::Module& all = tecelagem::TheModule();
     screens.insert(screens.end(), all.screens, all.screens + all.screen_count);
     return screens;
   }();

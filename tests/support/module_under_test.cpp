@@ -5,6 +5,6 @@
 
 namespace test {
 
-const host::Module& ModuleUnderTest() { return tecelagem::ScreenList(); }
+const host::Module& ModuleUnderTest() { return tecelagem::TheModule(); }
 
 }  // namespace test

@@ -89,6 +89,25 @@ TEST_F(RealScreens, AnOrderGoesToTheMillOnPaper) {
   }
 }
 
+// A station that prints in text what it can: the order's screen asks for pages, the label's for what its list says.
+TEST_F(RealScreens, AnOrderGoesToTheMillAsTextWhereTextIsWanted) {
+  app::printing::FileEquipment in_text(folder_.File(""), true);
+  Mill mill(With(in_text));
+  test::FillSmallMill(mill);
+  mill.SetClock("2026-03-10 22:15:00");
+  const std::string order = test::SaveOrder(mill, test::SmallMillOrder(100));
+  host::Screen& screen = mill.Open("TfmCadLoteTec");
+  ASSERT_EQ(mill.Type(screen, "EdtNumero", order), ActResult::kDone);
+  ASSERT_EQ(mill.Click(screen, "BtnImprimir"), ActResult::kDone);
+  const std::string text = Bytes(folder_.File("WTecLoteCad-1.txt"));
+  EXPECT_THAT(text, HasSubstr("ORDEM DE TECELAGEM " + order));
+  EXPECT_THAT(text, HasSubstr("100,000 KG"));
+  host::Screen& rolls = test::OpenWriteOff(mill, order, "DF");
+  ASSERT_EQ(test::ConfirmRoll(mill, rolls, 18.45), ActResult::kDone);
+  ASSERT_EQ(mill.Desk().PickMenu(rolls, "Imprimir Etiqueta"), ActResult::kDone);
+  EXPECT_EQ(Bytes(folder_.File("WEtqTecRolo-1.pdf")).substr(0, 4), "%PDF");
+}
+
 TEST_F(RealScreens, ARollGetsItsLabelAndItIsScanned) {
   mill_.Exec("UPDATE {MAT_ITEN} SET BARRA = '7891234501028' WHERE CODIGO = 'F1' AND COR = '01'");
   const std::string order = test::SaveOrder(mill_, test::SmallMillOrder(100));

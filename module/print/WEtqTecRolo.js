@@ -9,7 +9,7 @@ const s = open("TfmMovBaiTec");
 s.type("EdtLote", given.order);
 const row = s.rows("TbRolos").findIndex(roll => Number(roll.Ordem) === Number(given.roll));
 if (row < 0) throw told() || `A tela não mostra o rolo ${given.roll} da ordem ${given.order}.`;
-s.choose("CbImpressao", given.impression);
+s.choose("CbImpressao", given.type === "T" ? "Texto" : "Windows");
 s.enter("TbRolos");
 s.select("TbRolos", row);
 if (!s.menu("Imprimir Etiqueta")) throw told() || `A etiqueta do rolo ${given.roll} não pôde ser impressa.`;
