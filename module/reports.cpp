@@ -21,7 +21,8 @@ constexpr ReportArgument kOrder = {"order", "NUMERO", "Número da ordem de tecel
 constexpr ReportArgument kOfOrder[] = {kOrder};
 constexpr ReportArgument kOfRoll[] = {kOrder, {"roll", "N", "Rolo da ordem", ArgumentKind::kNumber, true}};
 
-// The print script of each stands in module/print/.
+// The print script of each stands in module/print/. Its arguments may not be called as the options that the command has
+// for every report: --to and --text are taken.
 constexpr ListedReport kReports[] = {
     Report("WEtqTecRolo", "Etiqueta do rolo", ReportLayouts::kBothByScreen, kOfRoll, print_script::WEtqTecRolo),
     Report("WTecLoteCad", "Ordem de tecelagem", ReportLayouts::kBothByDestination, kOfOrder, print_script::WTecLoteCad),

@@ -7,6 +7,7 @@
 #include "app/desktop/boxes/message_boxes.h"
 #include "app/desktop/printing/destination_dialog.h"
 #include "app/desktop/printing/preview_dialog.h"
+#include "app/printing/delivery/print_type.h"
 #include "app/printing/layout/make_printout.h"
 #include "app/printing/page/printout.h"
 #include "app/serial/port.h"
@@ -15,11 +16,12 @@
 namespace app::desktop {
 namespace {
 
-using printing::Choice;
-using printing::KnownReport;
 using printing::Printout;
+using printing::Route;
 
-KnownReport ReportOf(const Printout& printout) { return {printout.report, printing::KindOf(printout)}; }
+std::optional<Route> RouteOf(const PrintRequest& request) {
+  return printing::ReadRoute(request.settings, {request.report, request.kind}, request.listed);
+}
 
 Printout Make(const PrintRequest& request) {
   const BusyCursor busy;
@@ -28,13 +30,42 @@ Printout Make(const PrintRequest& request) {
   return printout;
 }
 
+// A print type other than the request's own is text, where the destination decides.
+Printout MakeAs(char kind, const PrintRequest& request) {
+  return Make(kind == request.kind ? request : printing::AsText(request));
+}
+
+struct Answer {
+  Route route;
+  bool remember;
+};
+
+// Nothing when the person gave up.
+std::optional<Answer> AskRoute(const PrintRequest& request, const std::optional<Route>& before) {
+  DestinationDialog::Question question;
+  question.title = QStringLiteral("Imprimir");
+  question.report = ToQt(printing::ReportCaption(request.report, request.listed));
+  question.kind = before ? before->kind : request.kind;
+  if (before) question.before = before->choice;
+  question.accept = QStringLiteral("&Imprimir");
+  question.both_kinds = printing::DestinationDecides(request);
+  DestinationDialog dialog(question, BoxParent());
+  if (RunBox(dialog) != QDialog::Accepted) return std::nullopt;
+  return Answer{{dialog.ChosenKind(), dialog.Chosen()}, dialog.Remember()};
+}
+
 // It is printed already: that the choice could not be kept is worth a word and no more.
-void Remember(host::UserSettings& settings, const KnownReport& report, const Choice& choice) {
+void Remember(const PrintRequest& request, const Route& route) {
   try {
-    printing::StoreChoice(settings, report, choice);
+    printing::StoreRoute(request.settings, request.report, route, request.listed);
   } catch (const host::InputError& error) {
     ShowMessage(BoxParent(), QStringLiteral("Impressoras"), QString::fromUtf8(error.what()), host::Icon::kExclamation);
   }
+}
+
+QString Caption(const Route& route, const PrintRequest& request) {
+  const QString place = ToQt(printing::Caption(route.choice.destination));
+  return route.kind == request.kind ? place : QStringLiteral("%1 (texto)").arg(place);
 }
 
 }  // namespace
@@ -44,42 +75,40 @@ std::unique_ptr<host::SerialPort> DesktopEquipment::NewSerialPort(PortUse use) {
 }
 
 std::optional<PrintJob> DesktopEquipment::Print(const PrintRequest& request) {
-  const Printout printout = Make(request);
-  const bool pages = printing::MakesPages(printing::KindOf(printout));
-  if (pages && request.flags.preview) return Preview(printout, request);
-  return Send(printout, request.settings, request.flags.show_dialog);
+  if (printing::MakesPages(request.kind) && request.flags.preview) return Preview(request);
+  const std::optional<Route> route = RouteOf(request);
+  return Send(MakeAs(route ? route->kind : request.kind, request), request, request.flags.show_dialog);
 }
 
-std::optional<PrintJob> DesktopEquipment::Preview(const Printout& printout, const PrintRequest& request) {
+std::optional<PrintJob> DesktopEquipment::Preview(const PrintRequest& request) {
+  const Printout pages = Make(request);
   PreviewDialog::Acts acts;
-  acts.print = [&](bool ask) { return Send(printout, request.settings, ask || request.flags.show_dialog); };
+  acts.print = [&](bool ask) { return Send(pages, request, ask || request.flags.show_dialog); };
   acts.destination = [&] {
-    const auto known = printing::ReadChoice(request.settings, ReportOf(printout));
-    return known ? ToQt(printing::Caption(known->destination)) : QString();
+    const std::optional<Route> known = RouteOf(request);
+    return known ? Caption(*known, request) : QString();
   };
-  PreviewDialog dialog(printout, std::move(acts), request.settings, BoxParent());
+  PreviewDialog dialog(pages, std::move(acts), request.settings, BoxParent());
   RunBox(dialog);
   return dialog.Job();
 }
 
-std::optional<PrintJob> DesktopEquipment::Send(const Printout& printout, host::UserSettings& settings, bool ask) {
-  const KnownReport report = ReportOf(printout);
-  std::optional<Choice> choice = printing::ReadChoice(settings, report);
+std::optional<PrintJob> DesktopEquipment::Send(const Printout& made, const PrintRequest& request, bool ask) {
+  std::optional<Route> route = RouteOf(request);
   bool remember = false;
-  if (!choice || ask) {
-    DestinationDialog dialog({QStringLiteral("Imprimir"), ToQt(printing::ReportCaption(report.report)), report.kind,
-                              choice, true, QStringLiteral("&Imprimir")},
-                             BoxParent());
-    if (RunBox(dialog) != QDialog::Accepted) return std::nullopt;
-    choice = dialog.Chosen();
-    remember = dialog.Remember();
+  if (!route || ask) {
+    const std::optional<Answer> answer = AskRoute(request, route);
+    if (!answer) return std::nullopt;
+    route = answer->route;
+    remember = answer->remember;
   }
   std::optional<PrintJob> job;
   {
     const BusyCursor busy;
-    job = printing::Deliver(printout, *choice);
+    const bool as_made = route->kind == printing::KindOf(made);
+    job = printing::Deliver(as_made ? made : MakeAs(route->kind, request), route->choice);
   }
-  if (remember) Remember(settings, report, *choice);
+  if (remember) Remember(request, *route);
   return job;
 }
 

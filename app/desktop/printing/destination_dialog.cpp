@@ -81,6 +81,7 @@ QStringList Offered(DestinationKind kind) {
 DestinationDialog::DestinationDialog(const Question& question, QWidget* parent)
     : QDialog(parent),
       kind_(question.kind),
+      both_kinds_(question.both_kinds),
       kinds_(new QComboBox),
       place_(new QComboBox),
       browse_(new QPushButton(QStringLiteral("Pro&curar..."))),
@@ -111,7 +112,8 @@ void DestinationDialog::LayOut(const Question& question) {
   place_->setInsertPolicy(QComboBox::NoInsert);
   place_->setMinimumWidth(kPlaceCharacters * place_->fontMetrics().averageCharWidth());
 
-  auto* what = new QLabel(question.kind == 'T' ? QStringLiteral("%1 (texto)").arg(question.report) : question.report);
+  const bool only_text = question.kind == 'T' && !both_kinds_;
+  auto* what = new QLabel(only_text ? QStringLiteral("%1 (texto)").arg(question.report) : question.report);
   what->setTextFormat(Qt::PlainText);
   QFont bold = what->font();
   bold.setBold(true);
@@ -144,8 +146,14 @@ void DestinationDialog::LayOut(const Question& question) {
 void DestinationDialog::FillKinds() {
   for (const DestinationKind kind : {DestinationKind::kPrinter, DestinationKind::kAddress, DestinationKind::kDevice,
                                      DestinationKind::kQueue, DestinationKind::kFile}) {
-    if (printing::Takes(kind, kind_)) kinds_->addItem(NameOf(kind), static_cast<int>(kind));
+    if (!both_kinds_ && !printing::Takes(kind, kind_)) continue;
+    const bool told = both_kinds_ && KindOf(kind) == 'T';
+    kinds_->addItem(told ? QStringLiteral("%1 (texto)").arg(NameOf(kind)) : NameOf(kind), static_cast<int>(kind));
   }
+}
+
+char DestinationDialog::KindOf(DestinationKind destination) const {
+  return both_kinds_ ? printing::KindFor(destination, kind_) : kind_;
 }
 
 DestinationKind DestinationDialog::Kind() const { return static_cast<DestinationKind>(kinds_->currentData().toInt()); }
@@ -183,7 +191,7 @@ bool DestinationDialog::Remember() const { return remember_->isHidden() || remem
 void DestinationDialog::accept() {
   try {
     const Destination typed{Kind(), FromQt(place_->currentText().trimmed())};
-    chosen_ = {printing::ParseDestination(printing::ToText(typed), kind_), copies_->value()};
+    chosen_ = {printing::ParseDestination(printing::ToText(typed), KindOf(typed.kind)), copies_->value()};
   } catch (const host::InputError& error) {
     objection_->Show(QString::fromUtf8(error.what()), *place_->lineEdit());
     return;

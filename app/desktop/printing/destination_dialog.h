@@ -27,11 +27,14 @@ class DestinationDialog : public QDialog {
     std::optional<printing::Choice> before;
     bool offer_remembering = true;  // else what is chosen is remembered in any case
     QString accept;                 // on the button
+    bool both_kinds = false;        // the destination decides which; `kind` then only where a destination takes both
   };
   DestinationDialog(const Question& question, QWidget* parent);
 
   /// Valid after it was accepted.
   printing::Choice Chosen() const { return chosen_; }
+  /// The print type for what was chosen: the question's, unless it was for both.
+  char ChosenKind() const { return KindOf(chosen_.destination.kind); }
   bool Remember() const;
 
   void accept() override;
@@ -43,8 +46,10 @@ class DestinationDialog : public QDialog {
   void Show(const std::optional<printing::Choice>& choice);
   void Browse();
   printing::Destination::Kind Kind() const;
+  char KindOf(printing::Destination::Kind destination) const;
 
   char kind_;
+  bool both_kinds_;
   QComboBox* kinds_;
   QComboBox* place_;
   QPushButton* browse_;

@@ -11,6 +11,8 @@
 #include "app/desktop/basics/text.h"
 #include "app/desktop/boxes/message_boxes.h"
 #include "app/desktop/printing/destination_dialog.h"
+#include "app/printing/delivery/print_type.h"
+#include "app/reports.h"
 #include "host/errors.h"
 
 namespace app::desktop {
@@ -37,7 +39,7 @@ QPushButton* Button(const char* name, const QString& text) {
 PrintersDialog::PrintersDialog(Application& application, QWidget* parent)
     : QDialog(parent),
       application_(application),
-      reports_(printing::KnownReports(application.LayoutsFolder())),
+      reports_(printing::KnownReports(application.Reports(), application.LayoutsFolder())),
       table_(NewTable()),
       change_(Button("BtnAlterar", QStringLiteral("&Alterar..."))),
       forget_(Button("BtnEsquecer", QStringLiteral("&Esquecer"))),
@@ -100,15 +102,34 @@ void PrintersDialog::Fill() {
   ShowButtons();
 }
 
+const host::ListedReport* PrintersDialog::Listed(const printing::KnownReport& report) const {
+  return FindReport(application_.Reports(), report.report);
+}
+
+QString PrintersDialog::CaptionOf(const printing::KnownReport& report) const {
+  return ToQt(printing::ReportCaption(report.report, Listed(report)));
+}
+
+bool PrintersDialog::GoesOtherwise(const printing::KnownReport& report) const {
+  if (!printing::DestinationDecides(Listed(report))) return false;
+  const auto route = printing::ReadRoute(application_.GetUserSettings(), {report.report, 'W'}, Listed(report));
+  return route && route->kind != report.kind;
+}
+
+QString PrintersDialog::WithoutPlace(const printing::KnownReport& report) const {
+  if (!GoesOtherwise(report)) return QStringLiteral("Pergunta ao imprimir");
+  return report.kind == 'T' ? QStringLiteral("Sai em páginas") : QStringLiteral("Sai em texto");
+}
+
 void PrintersDialog::ShowRow(int row) {
   const printing::KnownReport& report = reports_[static_cast<std::size_t>(row)];
   const auto choice = printing::ReadChoice(application_.GetUserSettings(), report);
-  table_->setItem(row, kReport, Cell(ToQt(printing::ReportCaption(report.report))));
+  const bool used = choice && !GoesOtherwise(report);
+  table_->setItem(row, kReport, Cell(CaptionOf(report)));
   table_->setItem(row, kKind, Cell(report.kind == 'T' ? QStringLiteral("Texto") : QStringLiteral("Páginas")));
-  table_->setItem(row, kDestination,
-                  Cell(choice ? ToQt(printing::Caption(choice->destination)) : QStringLiteral("Pergunta ao imprimir")));
+  table_->setItem(row, kDestination, Cell(used ? ToQt(printing::Caption(choice->destination)) : WithoutPlace(report)));
   table_->setItem(row, kCopies,
-                  Cell(choice ? QString::number(choice->copies) : QString(), Qt::AlignRight | Qt::AlignVCenter));
+                  Cell(used ? QString::number(choice->copies) : QString(), Qt::AlignRight | Qt::AlignVCenter));
 }
 
 const printing::KnownReport* PrintersDialog::Current() const {
@@ -130,7 +151,8 @@ void PrintersDialog::Guarded(const std::function<void()>& work) {
   } catch (const host::InputError& error) {
     ShowMessage(this, windowTitle(), QString::fromUtf8(error.what()), host::Icon::kExclamation);
   }
-  if (table_->currentRow() >= 0) ShowRow(table_->currentRow());
+  // All of them: a choice for the text of a report may have ended that for its pages.
+  for (int row = 0; row < table_->rowCount(); ++row) ShowRow(row);
   ShowButtons();
 }
 
@@ -138,11 +160,16 @@ void PrintersDialog::Change() {
   const printing::KnownReport* report = Current();
   if (report == nullptr) return;
   host::UserSettings& settings = application_.GetUserSettings();
-  DestinationDialog dialog({QStringLiteral("Alterar impressora"), ToQt(printing::ReportCaption(report->report)),
-                            report->kind, printing::ReadChoice(settings, *report), false, QStringLiteral("&Gravar")},
-                           this);
+  DestinationDialog::Question question;
+  question.title = QStringLiteral("Alterar impressora");
+  question.report = CaptionOf(*report);
+  question.kind = report->kind;
+  question.before = printing::ReadChoice(settings, *report);
+  question.offer_remembering = false;
+  question.accept = QStringLiteral("&Gravar");
+  DestinationDialog dialog(question, this);
   if (RunBox(dialog) != QDialog::Accepted) return;
-  Guarded([&] { printing::StoreChoice(settings, *report, dialog.Chosen()); });
+  Guarded([&] { printing::StoreRoute(settings, report->report, {report->kind, dialog.Chosen()}, Listed(*report)); });
 }
 
 void PrintersDialog::Forget() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QString>
 #include <functional>
 #include <vector>
 
@@ -24,6 +25,11 @@ class PrintersDialog : public QDialog {
  private:
   QTableWidget* NewTable();
   void Fill();
+  const host::ListedReport* Listed(const printing::KnownReport& report) const;
+  QString CaptionOf(const printing::KnownReport& report) const;
+  /// True when the destination decides, and the report goes to one of the other print type.
+  bool GoesOtherwise(const printing::KnownReport& report) const;
+  QString WithoutPlace(const printing::KnownReport& report) const;
   void ShowRow(int row);
   void ShowButtons();
   const printing::KnownReport* Current() const;

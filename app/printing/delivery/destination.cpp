@@ -63,6 +63,11 @@ bool Takes(Kind kind, char report_kind) {
   return (kind == Kind::kPrinter) == MakesPages(report_kind);
 }
 
+char KindFor(Kind kind, char wanted) {
+  if (Takes(kind, wanted)) return wanted;
+  return MakesPages(wanted) ? 'T' : 'W';
+}
+
 std::string ToText(const Destination& destination) {
   for (const auto& [kind, word] : kWords) {
     if (kind == destination.kind) return std::string(word) + ":" + destination.place;

@@ -25,6 +25,8 @@ struct Destination {
 inline bool MakesPages(char report_kind) { return report_kind != 'T'; }
 /// True when that kind of destination takes what the print type makes.
 bool Takes(Destination::Kind kind, char report_kind);
+/// The print type that such a destination gets of a report that there is in both: the one wanted where it takes that.
+char KindFor(Destination::Kind kind, char wanted);
 
 /// The text under which a destination is stored, and which ParseDestination reads: "impressora:Laser", "fila:zebra",
 /// "dispositivo:/dev/usb/lp0", "rede:10.0.0.7:9100", "arquivo:/home/ana/etiquetas".

@@ -1,7 +1,6 @@
 #include "app/printing/delivery/printer_choices.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <filesystem>
 #include <string_view>
@@ -9,7 +8,7 @@
 #include <tuple>
 #include <utility>
 
-#include "app/embedded.h"
+#include "app/printing/print_type.h"
 #include "host/errors.h"
 
 namespace app::printing {
@@ -25,11 +24,14 @@ constexpr std::string_view kEnding = ".js";
 std::string NameOf(const KnownReport& report) { return report.report + "." + report.kind; }
 std::string CopiesNameOf(const KnownReport& report) { return NameOf(report) + ".Copias"; }
 
+void Add(std::vector<KnownReport>& reports, const KnownReport& report) {
+  if (std::find(reports.begin(), reports.end(), report) == reports.end()) reports.push_back(report);
+}
+
 void AddLayout(std::vector<KnownReport>& reports, std::string_view file) {
   for (const auto& [ending, kind] : {std::pair(kTextEnding, 'T'), std::pair(kEnding, 'W')}) {
     if (file.size() <= ending.size() || !file.ends_with(ending)) continue;
-    const KnownReport report{std::string(file.substr(0, file.size() - ending.size())), kind};
-    if (std::find(reports.begin(), reports.end(), report) == reports.end()) reports.push_back(report);
+    Add(reports, {std::string(file.substr(0, file.size() - ending.size())), kind});
     return;
   }
 }
@@ -42,18 +44,16 @@ int CopiesFrom(const std::string& text) {
 
 }  // namespace
 
-std::string ReportCaption(const std::string& report) {
-  constexpr std::array<std::pair<std::string_view, std::string_view>, 2> kCaptions = {
-      {{"WEtqTecRolo", "Etiqueta do rolo"}, {"WTecLoteCad", "Ordem de tecelagem"}}};
-  for (const auto& [name, caption] : kCaptions) {
-    if (name == report) return std::string(caption) + " (" + report + ")";
-  }
-  return report;
+std::string ReportCaption(const std::string& report, const host::ListedReport* listed) {
+  return listed == nullptr ? report : std::string(listed->caption) + " (" + report + ")";
 }
 
-std::vector<KnownReport> KnownReports(const std::string& layouts_folder) {
+std::vector<KnownReport> KnownReports(std::span<const host::ListedReport> listed, const std::string& layouts_folder) {
   std::vector<KnownReport> reports;
-  for (const EmbeddedFile& file : LayoutFiles()) AddLayout(reports, file.name);
+  for (const host::ListedReport& report : listed) {
+    if (HasDrawn(report.layouts)) Add(reports, {report.name, 'W'});
+    if (HasText(report.layouts)) Add(reports, {report.name, 'T'});
+  }
   std::error_code none;
   if (!layouts_folder.empty()) {
     for (const auto& entry : fs::directory_iterator(layouts_folder, none)) {
@@ -86,6 +86,23 @@ void StoreChoice(host::UserSettings& settings, const KnownReport& report, const 
 
 void ForgetChoice(host::UserSettings& settings, const KnownReport& report) {
   settings.Write(kKey, kSection, NameOf(report), "");
+}
+
+std::optional<Route> ReadRoute(host::UserSettings& settings, const KnownReport& asked,
+                               const host::ListedReport* listed) {
+  if (MakesPages(asked.kind) && DestinationDecides(listed)) {
+    if (const auto text = ReadChoice(settings, {asked.report, 'T'})) return Route{'T', *text};
+  }
+  const auto choice = ReadChoice(settings, asked);
+  return choice ? std::optional(Route{asked.kind, *choice}) : std::nullopt;
+}
+
+void StoreRoute(host::UserSettings& settings, const std::string& report, const Route& route,
+                const host::ListedReport* listed) {
+  StoreChoice(settings, {report, route.kind}, route.choice);
+  if (!DestinationDecides(listed)) return;
+  const KnownReport other{report, route.kind == 'T' ? 'W' : 'T'};
+  if (ReadChoice(settings, other)) ForgetChoice(settings, other);
 }
 
 }  // namespace app::printing

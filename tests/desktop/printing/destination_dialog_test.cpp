@@ -135,6 +135,20 @@ TEST_F(Destinations, PagesAreOfferedOnlyWhatTakesPages) {
                                       "Fila de impressão, sem tratamento", "Arquivo ou pasta"}));
 }
 
+TEST_F(Destinations, WhereTheDestinationDecidesAllAreOfferedAndSayWhatIsText) {
+  const auto kinds = [this](char kind) {
+    const app::desktop::DestinationDialog box({"Imprimir", "Lista", kind, {}, true, "&Imprimir", true}, &window_);
+    QStringList names;
+    const auto& all = Part<QComboBox>(box, "CbTipo");
+    for (int i = 0; i < all.count(); ++i) names += all.itemText(i);
+    return names;
+  };
+  EXPECT_EQ(kinds('W'), (QStringList{"Impressora deste computador", "Impressora na rede (texto)",
+                                     "Dispositivo ligado ao computador (texto)",
+                                     "Fila de impressão, sem tratamento (texto)", "Arquivo ou pasta"}));
+  EXPECT_EQ(kinds('T').last(), "Arquivo ou pasta (texto)");
+}
+
 TEST_F(Destinations, EveryLetterIsOnce) {
   for (const char kind : {'W', 'T'}) {
     const app::desktop::DestinationDialog box({"Imprimir", "Lista", kind, {}, true, "&Imprimir"}, &window_);
@@ -181,6 +195,91 @@ TEST_F(Destinations, PagesWithoutPreviewGoStraightToTheirPlace) {
   EXPECT_EQ(first->file, In("Lista-1.pdf").toStdString());
   EXPECT_EQ(second->file, In("Lista-2.pdf").toStdString());
   EXPECT_TRUE(Whole(In("Lista-2.pdf")).startsWith("%PDF"));
+}
+
+// --- pages or text ---------------------------------------------------------------------------------------------------
+
+class PagesOrText : public Destinations {
+ protected:
+  PagesOrText() {
+    WriteLayout("Lista.text.js", "text({ rows: TbItens.rows.slice(0, 2), write: row => row.Codigo + '\\r\\n' });");
+  }
+  std::optional<app::PrintJob> PrintList(const host::ReportFlags& flags = {.preview = false},
+                                         host::ReportLayouts layouts = host::ReportLayouts::kBothByDestination) {
+    const host::ListedReport listed{"Lista", "Lista de rolos", layouts, nullptr, 0, ""};
+    return Print("Lista", 'W', flags, &listed);
+  }
+  static constexpr const char* kListBytes = "M1\r\nM2\r\n";
+};
+
+TEST_F(PagesOrText, WhatWasChosenForTheTextGetsTheText) {
+  const QString device = Device();
+  app::printing::StoreChoice(settings_, {"Lista", 'T'}, {{Kind::kDevice, device.toStdString()}, 2});
+  const auto job = PrintList();
+  ASSERT_TRUE(job);
+  EXPECT_EQ(job->kind, 'T');
+  EXPECT_EQ(job->destination, device.toStdString());
+  EXPECT_EQ(Whole(device), QByteArray(kListBytes).repeated(2));
+}
+
+TEST_F(PagesOrText, ItIsAskedOnceForBoth) {
+  const QString device = Device();
+  ExpectAsked([&](QWidget& box) {
+    Fill(box, "Dispositivo ligado ao computador (texto)", device);
+    Press(Qt::Key_Return);
+  });
+  ASSERT_TRUE(PrintList());
+  EXPECT_TRUE(PrintList());  // any box would fail the test
+  EXPECT_EQ(Whole(device), QByteArray(kListBytes).repeated(2));
+  EXPECT_EQ(ReadChoice(settings_, {"Lista", 'T'}), (Choice{{Kind::kDevice, device.toStdString()}, 1}));
+  EXPECT_FALSE(ReadChoice(settings_, {"Lista", 'W'}));
+}
+
+TEST_F(PagesOrText, AFileIsOfTheTypeThatTheStationPrintedBefore) {
+  app::printing::StoreChoice(settings_, {"Lista", 'T'}, {{Kind::kDevice, In("lp9").toStdString()}, 1});
+  ExpectAsked([&](QWidget& box) {
+    EXPECT_EQ(Part<QComboBox>(box, "CbLugar").currentText(), In("lp9"));
+    auto& kinds = Part<QComboBox>(box, "CbTipo");
+    EXPECT_EQ(kinds.currentText(), "Dispositivo ligado ao computador (texto)");
+
+    Fill(box, "Arquivo ou pasta (texto)", In("lista.txt"));
+    Press(Qt::Key_Return);
+  });
+  ASSERT_TRUE(PrintList({.preview = false, .show_dialog = true}));
+  EXPECT_EQ(Whole(In("lista.txt")), kListBytes);
+  app::printing::ForgetChoice(settings_, {"Lista", 'T'});
+  ExpectAsked([&](QWidget& box) {
+    Fill(box, "Arquivo ou pasta", In("lista.pdf"));
+    Press(Qt::Key_Return);
+  });
+  ASSERT_TRUE(PrintList());
+  EXPECT_TRUE(Whole(In("lista.pdf")).startsWith("%PDF"));
+  EXPECT_FALSE(ReadChoice(settings_, {"Lista", 'T'}));
+}
+
+TEST_F(PagesOrText, WhereThePersonChoosesTheTypeAtTheScreenPagesStayPages) {
+  app::printing::StoreChoice(settings_, {"Lista", 'T'}, {{Kind::kDevice, Device().toStdString()}, 1});
+  app::printing::StoreChoice(settings_, {"Lista", 'W'}, {{Kind::kFile, In("lista.pdf").toStdString()}, 1});
+  const auto job = PrintList({.preview = false}, host::ReportLayouts::kBothByScreen);
+  ASSERT_TRUE(job);
+  EXPECT_EQ(job->kind, 'W');
+  EXPECT_TRUE(Whole(In("lista.pdf")).startsWith("%PDF"));
+}
+
+TEST_F(PagesOrText, AMistakeInTheTextIsToldAndNothingIsRemembered) {
+  WriteLayout("Lista.text.js", "text({\n  write: () => nada() });");
+  const host::ListedReport listed{"Lista", "Lista", host::ReportLayouts::kBothByDestination, nullptr, 0, ""};
+  ExpectAsked([&](QWidget& box) {
+    Fill(box, "Dispositivo ligado ao computador (texto)", Device());
+    Press(Qt::Key_Return);
+  });
+  try {
+    Print("Lista", 'W', {.preview = false}, &listed);
+    ADD_FAILURE() << "printed";
+  } catch (const host::InputError& error) {
+    EXPECT_NE(std::string(error.what()).find("Lista.text.js, linha 2"), std::string::npos) << error.what();
+  }
+  EXPECT_FALSE(ReadChoice(settings_, {"Lista", 'T'}));
 }
 
 TEST_F(Destinations, AStoredChoiceThatMakesNoSenseIsAskedAnew) {

@@ -1,4 +1,5 @@
 // From the order's window to paper, with the printers of a station.
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -68,6 +69,38 @@ TEST_F(OrderOnPaper, ItIsSeenThenPrintedThenTheWindowGoesOn) {
   mill_.GetBoxes().ExpectDialog("Visualizar: ", [](QWidget&) { Press(Qt::Key_Escape); });
   mill_.ClickOn(*mill_.Desk().Find("TfmCadLoteTec"), "BtnImprimir");
   EXPECT_TRUE(Jobs().empty());
+}
+
+TEST_F(OrderOnPaper, ALinePrinterGetsTheTextOfWhatIsSeen) {
+  const QString device = folder_.filePath("lp0");
+  ASSERT_TRUE(QFile(device).open(QIODevice::WriteOnly));
+  mill_.GetBoxes().ExpectDialog("Visualizar: ", [&](QWidget& box) {
+    EXPECT_EQ(Part<QLabel>(box, "LblNota").text(), "");
+    mill_.GetBoxes().ExpectDialog("Imprimir", [&](QWidget& ask) {
+      auto& kinds = Part<QComboBox>(ask, "CbTipo");
+      kinds.setCurrentIndex(kinds.findText("Dispositivo ligado ao computador (texto)"));
+      Part<QComboBox>(ask, "CbLugar").setEditText(device);
+      Press(Qt::Key_Return);
+    });
+    Press(Qt::Key_P, Qt::ControlModifier);
+  });
+  PrintOrder();
+  const auto jobs = Jobs();
+  ASSERT_EQ(jobs.size(), 1u);
+  EXPECT_EQ(jobs[0].kind, 'T');
+  EXPECT_EQ(jobs[0].destination, device.toStdString());
+  QFile printed(device);
+  ASSERT_TRUE(printed.open(QIODevice::ReadOnly));
+  const QByteArray bytes = printed.readAll();
+  EXPECT_TRUE(bytes.contains("ORDEM DE TECELAGEM 000123")) << bytes.toStdString();
+  EXPECT_TRUE(bytes.endsWith('\f'));
+  // The next order is only seen, not asked about.
+  mill_.GetBoxes().ExpectDialog("Visualizar: ", [&](QWidget& box) {
+    EXPECT_EQ(Part<QLabel>(box, "LblNota").text(), "Imprime em: " + device + " (texto)");
+    Press(Qt::Key_P, Qt::ControlModifier);
+  });
+  mill_.ClickOn(*mill_.Desk().Find("TfmCadLoteTec"), "BtnImprimir");
+  EXPECT_EQ(Jobs().size(), 1u);
 }
 
 TEST_F(OrderOnPaper, AMistakeInTheInstallationsLayoutIsABoxAndNothingElse) {

@@ -27,18 +27,6 @@ text({ encoding: "cp850", rows: TbItens.rows.slice(0, 3), write: row => "^XA" + 
 
 }  // namespace
 
-std::optional<std::string> KeptSettings::Read(std::string_view key, std::string_view section, std::string_view name) {
-  const auto found = values_.find(std::string(key) + "/" + std::string(section) + "/" + std::string(name));
-  if (found == values_.end()) return std::nullopt;
-  return found->second;
-}
-
-void KeptSettings::Write(std::string_view key, std::string_view section, std::string_view name,
-                         std::string_view value) {
-  if (locked_) throw host::InputError("Não foi possível gravar as preferências.");
-  values_[std::string(key) + "/" + std::string(section) + "/" + std::string(name)] = value;
-}
-
 PaperStation::PaperStation() {
   std::vector<FieldsOfRow> rows;
   for (int i = 1; i <= kRows; ++i) {
@@ -60,10 +48,12 @@ void PaperStation::WriteLayout(const QString& file, const QByteArray& text) {
   out.write(text);
 }
 
-std::optional<app::PrintJob> PaperStation::Print(const std::string& report, char kind, const host::ReportFlags& flags) {
+std::optional<app::PrintJob> PaperStation::Print(const std::string& report, char kind, const host::ReportFlags& flags,
+                                                 const host::ListedReport* listed) {
   return equipment_.Print({.report = report,
                            .kind = kind,
                            .unknown_functions = nullptr,
+                           .listed = listed,
                            .owner = screen_.Screen(),
                            .flags = flags,
                            .user = "ADMIN",

@@ -7,29 +7,16 @@
 #include <QFile>
 #include <QMainWindow>
 #include <QTemporaryDir>
-#include <map>
 #include <optional>
 #include <string>
 
 #include "app/desktop/printing/desktop_equipment.h"
 #include "desktop/support/boxes.h"
 #include "desktop/support/keys.h"
+#include "support/kept_settings.h"
 #include "tests/printing/paper_screen.h"
 
 namespace test {
-
-/// Values kept as long as the object lives.
-class KeptSettings : public host::UserSettings {
- public:
-  std::optional<std::string> Read(std::string_view key, std::string_view section, std::string_view name) override;
-  void Write(std::string_view key, std::string_view section, std::string_view name, std::string_view value) override;
-  /// From now on nothing can be written.
-  void Lock() { locked_ = true; }
-
- private:
-  std::map<std::string, std::string> values_;
-  bool locked_ = false;
-};
 
 class PaperStation : public ::testing::Test {
  protected:
@@ -38,7 +25,8 @@ class PaperStation : public ::testing::Test {
   QString In(const QString& name) const { return folder_.filePath(name); }
   void WriteLayout(const QString& file, const QByteArray& text);
   /// As a screen asks for it.
-  std::optional<app::PrintJob> Print(const std::string& report, char kind, const host::ReportFlags& flags = {});
+  std::optional<app::PrintJob> Print(const std::string& report, char kind, const host::ReportFlags& flags = {},
+                                     const host::ListedReport* listed = nullptr);
   /// What Print threw; empty when it did not.
   std::string WhyRefused(const std::string& report, char kind, const host::ReportFlags& flags = {});
   static QByteArray Whole(const QString& file);

@@ -106,6 +106,33 @@ TEST_F(Printers, ATestPageIsAPage) {
   EXPECT_TRUE(page.readAll().startsWith("%PDF"));
 }
 
+TEST_F(Printers, AnOrderGoesToOnePlaceTheOneChosenLast) {
+  app::printing::StoreChoice(Settings(), {"WTecLoteCad", 'W'},
+                             {{Destination::Kind::kFile, In("ordem.pdf").toStdString()}, 1});
+  Show([this](QWidget& box) {
+    auto& table = Part<QTableWidget>(box, "TabImpressoras");
+    const int pages = RowOf(table, "Ordem de tecelagem (WTecLoteCad)", "Páginas");
+    const int text = RowOf(table, "Ordem de tecelagem (WTecLoteCad)", "Texto");
+    EXPECT_EQ(table.item(pages, 2)->text(), In("ordem.pdf"));
+    EXPECT_EQ(table.item(text, 2)->text(), "Sai em páginas");
+    table.setCurrentCell(text, 0);
+    mill_.GetBoxes().ExpectDialog("Alterar impressora", [](QWidget& ask) {
+      auto& kinds = Part<QComboBox>(ask, "CbTipo");
+      kinds.setCurrentIndex(kinds.findText("Impressora na rede"));
+      Part<QComboBox>(ask, "CbLugar").setEditText("10.0.0.7:9100");
+      Press(Qt::Key_Return);
+    });
+    test::ClickOn(Part<QPushButton>(box, "BtnAlterar"));
+    EXPECT_EQ(table.item(text, 2)->text(), "10.0.0.7:9100");
+    EXPECT_EQ(table.item(pages, 2)->text(), "Sai em texto");
+    EXPECT_EQ(table.item(pages, 3)->text(), "");
+    // A label's types have a place each: the screen asks which one.
+    EXPECT_EQ(table.item(RowOf(table, "Etiqueta do rolo (WEtqTecRolo)", "Páginas"), 2)->text(), "Pergunta ao imprimir");
+    Press(Qt::Key_Escape);
+  });
+  EXPECT_FALSE(app::printing::ReadChoice(Settings(), {"WTecLoteCad", 'W'}));
+}
+
 TEST_F(Printers, AnInstallationsOwnLayoutIsListed) {
   const std::string layouts = mill_.GetMill().App().LayoutsFolder();
   ASSERT_FALSE(layouts.empty());
