@@ -1,6 +1,6 @@
-#include "app/printing/print_type.h"
+#include "app/printing/delivery/print_type.h"
 
-#include "app/printing/destination.h"
+#include "app/printing/delivery/destination.h"
 
 namespace app::printing {
 

@@ -8,7 +8,7 @@
 #include <tuple>
 #include <utility>
 
-#include "app/printing/print_type.h"
+#include "app/printing/delivery/print_type.h"
 #include "host/errors.h"
 
 namespace app::printing {

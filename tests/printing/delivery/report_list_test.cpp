@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "app/embedded.h"
-#include "app/printing/destination.h"
-#include "app/printing/print_type.h"
-#include "app/printing/printer_choices.h"
+#include "app/printing/delivery/destination.h"
+#include "app/printing/delivery/print_type.h"
+#include "app/printing/delivery/printer_choices.h"
 #include "app/reports.h"
 #include "module/screens.h"
 #include "support/kept_settings.h"
