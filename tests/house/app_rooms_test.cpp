@@ -126,7 +126,7 @@ TEST(AppRooms, IncludesKeepTheOrder) {
     for (const auto& include : house::Includes(house::Read(path))) {
       if (include.name.starts_with("app/")) ++seen;
       const std::string objection = Objection(RoomOf(file), include);
-      if (!objection.empty()) objections += file + " includes " + include.name + ": " + objection + "\n";
+      if (!objection.empty()) objections.append(file + " includes ").append(include.name + ": " + objection + "\n");
     }
   }
   EXPECT_GT(seen, 500u);
