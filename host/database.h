@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/value.h"
 
@@ -86,6 +87,12 @@ class Database {
   /// record holds it first. Waits for the other one; throws DatabaseError when it does not finish in time. The record
   /// need not exist, and who does not ask to hold it is not held back.
   virtual void LockRow(std::string_view table, std::string_view key, std::string_view value) = 0;
+
+  /// Runs statements without result in the order given. Throws DatabaseError at the first that fails, whose text is the
+  /// error's Sql(): those before it stay done and pending, those after it are not run. Nothing when there are none. As
+  /// nobody asks for anything between them, a host may send them all at once where the way to its server is long; this
+  /// one runs them one by one.
+  virtual void ExecTogether(const std::vector<std::string>& statements);
 };
 
 }  // namespace host

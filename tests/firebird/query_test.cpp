@@ -113,6 +113,31 @@ TEST_F(Query, BatchStopsAtTheFirstFailureAndKeepsWhatWasBefore) {
   EXPECT_EQ(Get("SELECT COUNT(*) FROM {T} WHERE NUMERO IN ('1', '2')"), "1");
 }
 
+TEST_F(Query, StatementsHandedOverTogetherRunInTheirOrder) {
+  Db().ExecTogether({});
+  Db().ExecTogether({Db().ReplaceNames("INSERT INTO {T} (NUMERO, CURTO) VALUES ('C', 2)"),
+                     Db().ReplaceNames("UPDATE {T} SET CURTO = CURTO * 10 WHERE NUMERO = 'C'"),
+                     Db().ReplaceNames("UPDATE {T} SET CURTO = CURTO + 1 WHERE NUMERO = 'C'")});
+  EXPECT_EQ(Get("SELECT CURTO FROM {T} WHERE NUMERO = 'C'"), "21");
+  EXPECT_EQ(Durable("SELECT COUNT(*) FROM {T} WHERE NUMERO = 'C'"), "0");
+}
+
+TEST_F(Query, OfStatementsHandedOverTogetherTheOneThatFailsIsNamed) {
+  const std::vector<std::string> statements = {
+      Db().ReplaceNames("UPDATE {T} SET CURTO = 7 WHERE NUMERO = 'A'"),
+      Db().ReplaceNames("INSERT INTO {T} (NUMERO) VALUES ('B')"),
+      Db().ReplaceNames("UPDATE {T} SET CURTO = 8 WHERE NUMERO = 'A'"),
+  };
+  try {
+    Db().ExecTogether(statements);
+    FAIL() << "the key is there twice";
+  } catch (const host::DatabaseError& error) {
+    EXPECT_EQ(error.Sql(), statements[1]);
+    EXPECT_NE(error.Code(), 0);
+  }
+  EXPECT_EQ(Get("SELECT CURTO FROM {T} WHERE NUMERO = 'A'"), "7");
+}
+
 TEST_F(Query, PositionalParametersOfEveryKind) {
   Db().Execute(
       "INSERT INTO {T} (NUMERO, NOME, CURTO, PRECO, QTDE, DATA, MOMENTO, OBS, ATIVO, COR) VALUES "
