@@ -1,6 +1,21 @@
 #include "host/database.h"
 
+#include <utility>
+
 namespace host {
+
+RowSet TTIQuery::TakeRows() {
+  RowSet taken;
+  for (std::size_t column = 0; column < FieldCount(); ++column) taken.names.push_back(FieldName(column));
+  taken.rows.reserve(RecordCount());
+  for (First(); !Eof(); Next()) {
+    std::vector<Value> row;
+    row.reserve(taken.names.size());
+    for (std::size_t column = 0; column < taken.names.size(); ++column) row.push_back(Field(column));
+    taken.rows.push_back(std::move(row));
+  }
+  return taken;
+}
 
 void Database::ExecTogether(const std::vector<std::string>& statements) {
   for (const std::string& statement : statements) {

@@ -26,6 +26,12 @@ class SqlText {
   std::string text_;
 };
 
+/// The rows of a result.
+struct RowSet {
+  std::vector<std::string> names;        // of the columns, as TTIQuery::FieldName tells them
+  std::vector<std::vector<Value>> rows;  // one value for each column
+};
+
 /// One statement and its result. Created per operation by Database::NewQuery and freed by its owner, at once after
 /// use. Rows are read whole by Open, so that no cursor stays open on the server.
 class TTIQuery {
@@ -38,6 +44,9 @@ class TTIQuery {
   virtual void Open() = 0;
   /// Runs a statement without result. Throws DatabaseError; earlier work of the action stays pending.
   virtual void ExecSQL() = 0;
+  /// Rows that the last ExecSQL inserted, changed or deleted; what triggers did besides does not count. To be asked at
+  /// once: throws std::logic_error when the query did something else last or another statement has run since.
+  virtual std::size_t RowsAffected() = 0;
 
   /// Sets the named parameter (":NAME" in the text) of batch element `element`, counted from 0.
   virtual void SetParam(std::size_t element, std::string_view name, const Value& value) = 0;
@@ -54,9 +63,16 @@ class TTIQuery {
   /// The column's name as the engine returns it (capitals unless quoted).
   virtual std::string FieldName(std::size_t index) const = 0;
   virtual bool HasField(std::string_view name) const = 0;
-  /// The value of a column in the current row, by name without regard to case; null past the last row. Text of
-  /// fixed width comes without its trailing blanks. Throws std::out_of_range for a column that the result lacks.
+  /// The value of a column in the current row, by name without regard to case (of two columns of one name the first);
+  /// null past the last row. Text of fixed width comes without its trailing blanks. Throws std::out_of_range for a
+  /// column that the result lacks.
   virtual const Value& FieldByName(std::string_view name) const = 0;
+  /// The same by the column's position, counted from 0.
+  virtual const Value& Field(std::size_t column) const = 0;
+
+  /// Hands over the columns' names and all rows, whichever the current one is; the query then has no rows. A host that
+  /// cannot part with its rows hands over copies (this one does), and they stay until the query goes.
+  virtual RowSet TakeRows();
 };
 
 /// The one connection, with the host's single transaction on it. The transaction is open always as far as the module
@@ -87,7 +103,6 @@ class Database {
   /// record holds it first. Waits for the other one; throws DatabaseError when it does not finish in time. The record
   /// need not exist, and who does not ask to hold it is not held back.
   virtual void LockRow(std::string_view table, std::string_view key, std::string_view value) = 0;
-
   /// Runs statements without result in the order given. Throws DatabaseError at the first that fails, whose text is the
   /// error's Sql(): those before it stay done and pending, those after it are not run. Nothing when there are none. As
   /// nobody asks for anything between them, a host may send them all at once where the way to its server is long; this

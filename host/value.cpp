@@ -15,6 +15,11 @@ constexpr double kLimit = 9.2e18;
 
 }  // namespace
 
+const Value& Value::Null() {
+  static const Value kNull;
+  return kNull;
+}
+
 std::string Value::AsText() const {
   if (const auto* text = std::get_if<std::string>(&data_)) return *text;
   if (const auto* integer = std::get_if<std::int64_t>(&data_)) return std::to_string(*integer);

@@ -23,6 +23,9 @@ class Value {
   Value(double number) : data_(number) {}                          // NOLINT(google-explicit-constructor)
   Value(Date date) : data_(date) {}                                // NOLINT(google-explicit-constructor)
 
+  /// A null that is there as long as the program, for whoever hands out references.
+  static const Value& Null();
+
   bool IsNull() const { return std::holds_alternative<std::monostate>(data_); }
   bool IsText() const { return std::holds_alternative<std::string>(data_); }
   bool IsNumber() const { return std::holds_alternative<double>(data_) || std::holds_alternative<std::int64_t>(data_); }

@@ -40,7 +40,13 @@ Connection::Connection(const ConnectOptions& options, bool create)
 Connection::~Connection() {
   work_.Undo();
   work_.StopReading();
+  ForgetStatements();
+}
+
+void Connection::ForgetStatements() {
+  last_.reset();
   statements_.Clear();
+  plans_.Clear();
 }
 
 void Connection::Announced(std::string_view sql) {
@@ -117,8 +123,7 @@ void Connection::Noticing(const std::function<void()>& act) {
 
 void Connection::NoticeLoss(std::string_view told) {
   if (!attachment_.Lost()) return;
-  statements_.Clear();
-  plans_.Clear();
+  ForgetStatements();
   const bool pending = work_.Drop() || told == kConnectionLostInCommit;
   if (depth_ == 0) return;
   if (pending && lost_work_.empty()) lost_work_ = told;
@@ -196,33 +201,47 @@ std::shared_ptr<Statement> Connection::Find(std::string_view sql) {
   return statement;
 }
 
-RowSet Connection::RunOn(Statement& statement, const std::vector<host::Value>& values, bool want_rows) {
-  if (statement.IsDefinition()) {
-    statements_.Clear();
-    plans_.Clear();
+RowSet Connection::RunOn(const std::shared_ptr<Statement>& statement, const std::vector<host::Value>& values,
+                         bool want_rows) {
+  last_.reset();
+  if (statement->IsDefinition()) {
+    ForgetStatements();
+  } else {
+    last_ = statement;
   }
   const auto run = [&](api::ITransaction* transaction) {
-    if (want_rows) return statement.Select(transaction, values);
-    statement.Execute(transaction, values);
+    if (want_rows) return statement->Select(transaction, values);
+    statement->Execute(transaction, values);
     return RowSet();
   };
-  if (statement.OnlyReads()) {
+  if (statement->OnlyReads()) {
     try {
       return run(work_.ForReading());
     } catch (const EngineError& error) {
       if (!error.Has(isc_read_only_trans)) throw;
-      statement.FoundToWrite();
+      statement->FoundToWrite();
     }
   }
   RowSet rows = run(work_.ForWriting());
-  if (statement.Changes()) work_.Wrote();
+  if (statement->Changes()) work_.Wrote();
   return rows;
+}
+
+std::size_t Connection::RowsAffected() {
+  if (!last_) return 0;
+  try {
+    return last_->RowsAffected();
+  } catch (const EngineError& error) {
+    NoticeLoss(kConnectionLost);
+    throw ToDatabaseError(error, {});
+  }
 }
 
 RowSet Connection::Run(std::string_view told, const std::function<RowSet()>& once) {
   using Clock = std::chrono::steady_clock;
   const auto patience = std::chrono::seconds(options_.lock_timeout_seconds);
   const auto deadline = Clock::now() + patience;
+  ++last_run_;
   for (;;) {
     Announced(told);
     ++attachment_.Counters().statements;
@@ -248,14 +267,14 @@ RowSet Connection::Run(std::string_view told, const std::function<RowSet()>& onc
 RowSet Connection::RunPrepared(std::string_view told, std::string_view engine_sql,
                                const std::vector<host::Value>& values, bool want_rows) {
   NeedConnection(told);
-  return Run(told, [&] { return RunOn(*Find(engine_sql), values, want_rows); });
+  return Run(told, [&] { return RunOn(Find(engine_sql), values, want_rows); });
 }
 
 RowSet Connection::RunText(const std::string& sql, bool want_rows) {
   NeedConnection(sql);
   if (!options_.statement_cache) return Run(sql, [&] { return RunAlone(sql, want_rows); });
   const std::vector<Literal> literals = FindLiterals(sql);
-  if (literals.empty()) return Run(sql, [&] { return RunOn(*Find(sql), {}, want_rows); });
+  if (literals.empty()) return Run(sql, [&] { return RunOn(Find(sql), {}, want_rows); });
   TextPlan& plan = plans_.Of(WithParameters(sql, literals, {}));
   return Run(sql, [&] {
     if (plan.refused) return RunAlone(sql, want_rows);
@@ -267,7 +286,7 @@ RowSet Connection::RunText(const std::string& sql, bool want_rows) {
   });
 }
 
-RowSet Connection::RunAlone(const std::string& sql, bool want_rows) { return RunOn(*PrepareAlone(sql), {}, want_rows); }
+RowSet Connection::RunAlone(const std::string& sql, bool want_rows) { return RunOn(PrepareAlone(sql), {}, want_rows); }
 
 std::optional<RowSet> Connection::RunShared(const std::string& sql, const std::vector<Literal>& literals,
                                             TextPlan& plan, bool want_rows) {
@@ -303,7 +322,7 @@ std::optional<RowSet> Connection::RunShared(const std::string& sql, const std::v
   }
   if (!fits || values.size() != parameters.size()) return std::nullopt;
   try {
-    return RunOn(*statement, values, want_rows);
+    return RunOn(statement, values, want_rows);
   } catch (const EngineError& error) {
     if (!IsConversion(error)) throw;
     return std::nullopt;

@@ -47,6 +47,10 @@ class Connection : public Database {
   /// Runs `engine_sql`, prepared once and kept, with these values; `told` is the statement as its sender wrote it.
   RowSet RunPrepared(std::string_view told, std::string_view engine_sql, const std::vector<host::Value>& values,
                      bool want_rows);
+  /// Number of the statement that ran last, failed ones counted.
+  std::uint64_t LastRun() const { return last_run_; }
+  /// Rows that the statement which ran last inserted, changed or deleted. Throws host::DatabaseError.
+  std::size_t RowsAffected();
 
  private:
   /// Runs the text with its literals as parameters of a kept statement; nothing when that could change its meaning.
@@ -56,7 +60,9 @@ class Connection : public Database {
   std::shared_ptr<Statement> Find(std::string_view sql);
   std::shared_ptr<Statement> PrepareAlone(std::string_view sql);
   RowSet Run(std::string_view told, const std::function<RowSet()>& once);
-  RowSet RunOn(Statement& statement, const std::vector<host::Value>& values, bool want_rows);
+  RowSet RunOn(const std::shared_ptr<Statement>& statement, const std::vector<host::Value>& values, bool want_rows);
+  /// Frees what is prepared.
+  void ForgetStatements();
   void End(Outcome outcome, bool outermost);
   void Announced(std::string_view sql);
   /// Before anything is sent: attaches anew where the connection was lost. Throws host::DatabaseError when that fails
@@ -72,6 +78,8 @@ class Connection : public Database {
   StatementCache statements_;
   TextPlans plans_;
   Work work_;
+  std::shared_ptr<Statement> last_;  // that ran, to be asked what it did; nothing after a change of the structure
+  std::uint64_t last_run_ = 0;
   int depth_ = 0;
   std::string refusal_;    // why the running action gets nowhere any more; empty while it may
   std::string lost_work_;  // what to say of work of the running action that went with the connection; empty for none

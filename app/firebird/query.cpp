@@ -9,8 +9,6 @@
 namespace app::firebird {
 namespace {
 
-const host::Value kNull;
-
 std::size_t IndexOf(const std::vector<std::string>& names, std::string_view name) {
   for (std::size_t i = 0; i < names.size(); ++i) {
     if (host::SameName(names[i], name)) return i;
@@ -23,6 +21,7 @@ std::size_t IndexOf(const std::vector<std::string>& names, std::string_view name
 void TextQuery::Show(RowSet rows) {
   rows_ = std::move(rows);
   row_ = 0;
+  executed_.reset();
 }
 
 void TextQuery::Open() {
@@ -37,6 +36,12 @@ void TextQuery::ExecSQL() {
   } else {
     RunElement(0, false);
   }
+  executed_ = connection_.LastRun();
+}
+
+std::size_t TextQuery::RowsAffected() {
+  if (executed_ != connection_.LastRun()) throw std::logic_error("no ExecSQL of this query ran last");
+  return connection_.RowsAffected();
 }
 
 void TextQuery::SetParam(std::size_t element, std::string_view name, const host::Value& value) {
@@ -61,7 +66,7 @@ RowSet TextQuery::RunElement(std::size_t element, bool want_rows) {
 }
 
 void TextQuery::Next() {
-  if (row_ < rows_.rows) ++row_;
+  if (!Eof()) ++row_;
 }
 
 bool TextQuery::HasField(std::string_view name) const { return IndexOf(rows_.names, name) < rows_.names.size(); }
@@ -69,8 +74,19 @@ bool TextQuery::HasField(std::string_view name) const { return IndexOf(rows_.nam
 const host::Value& TextQuery::FieldByName(std::string_view name) const {
   const std::size_t column = IndexOf(rows_.names, name);
   if (column == rows_.names.size()) throw std::out_of_range("the result has no column " + std::string(name));
-  if (Eof()) return kNull;
-  return rows_.values[row_ * rows_.names.size() + column];
+  return Field(column);
+}
+
+const host::Value& TextQuery::Field(std::size_t column) const {
+  if (column >= rows_.names.size()) throw std::out_of_range("the result has no column " + std::to_string(column));
+  return Eof() ? host::Value::Null() : rows_.rows[row_][column];
+}
+
+host::RowSet TextQuery::TakeRows() {
+  RowSet taken{rows_.names, std::move(rows_.rows)};
+  rows_.rows.clear();
+  row_ = 0;
+  return taken;
 }
 
 }  // namespace app::firebird

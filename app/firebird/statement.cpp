@@ -112,10 +112,14 @@ void Statement::ReadRow(api::ITransaction* transaction, RowSet& rows) {
   const BlobReader reader = [&](ISC_QUAD id, const Column& column) {
     return attachment_.ReadBlob(transaction, id, column);
   };
-  for (const Column& column : output_.Columns()) {
-    rows.values.push_back(ReadValue(column, output_buffer_.data(), reader));
-  }
-  ++rows.rows;
+  std::vector<host::Value>& row = rows.rows.emplace_back();
+  row.reserve(output_.Columns().size());
+  for (const Column& column : output_.Columns()) row.push_back(ReadValue(column, output_buffer_.data(), reader));
+}
+
+std::size_t Statement::RowsAffected() {
+  ++attachment_.Counters().round_trips;
+  return static_cast<std::size_t>(handle_->getAffectedRecords(&attachment_.GetStatus()));
 }
 
 }  // namespace app::firebird

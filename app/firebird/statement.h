@@ -8,16 +8,12 @@
 #include "app/firebird/attachment.h"
 #include "app/firebird/engine.h"
 #include "app/firebird/message.h"
+#include "host/database.h"
 #include "host/value.h"
 
 namespace app::firebird {
 
-/// Rows read whole.
-struct RowSet {
-  std::vector<std::string> names;
-  std::vector<host::Value> values;  // row after row
-  std::size_t rows = 0;
-};
+using host::RowSet;
 
 class Statement {
  public:
@@ -45,6 +41,8 @@ class Statement {
   void Execute(api::ITransaction* transaction, const std::vector<host::Value>& values);
   /// Runs it and reads all rows. Throws EngineError.
   RowSet Select(api::ITransaction* transaction, const std::vector<host::Value>& values);
+  /// Rows that its last run inserted, changed or deleted; asks the engine. Throws EngineError.
+  std::size_t RowsAffected();
 
  private:
   struct Input {

@@ -38,7 +38,7 @@ host::Value GeneralServices::Busca_Valor(std::string_view table, std::string_vie
   query->SQL.Add("WHERE " + KeyCondition(columns, quoted, ';'));
   query->Open();
   if (query->IsEmpty()) return {};
-  const host::Value& value = query->FieldByName(query->FieldName(0));
+  const host::Value& value = query->Field(0);
   if (trim && value.IsText()) return host::Trim(value.AsText());
   return value;
 }

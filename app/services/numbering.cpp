@@ -62,8 +62,8 @@ constexpr int kPatience = 8;
 constexpr std::string_view kAlone = "  IN AUTONOMOUS TRANSACTION DO";
 
 std::optional<std::int64_t> FirstInteger(host::TTIQuery& rows) {
-  if (rows.IsEmpty() || rows.FieldByName(rows.FieldName(0)).IsNull()) return std::nullopt;
-  return rows.FieldByName(rows.FieldName(0)).AsInteger();
+  if (rows.IsEmpty() || rows.Field(0).IsNull()) return std::nullopt;
+  return rows.Field(0).AsInteger();
 }
 
 }  // namespace

@@ -4,17 +4,12 @@
 #include <stdexcept>
 
 #include "host/decimal.h"
+#include "host/kit/fire.h"
 #include "host/kit/screen.h"
 #include "host/text.h"
 
 namespace host {
 namespace {
-
-// A handler may replace itself while it runs, so a copy is what runs.
-void Fire(const Handler& handler) {
-  const Handler running = handler;
-  if (running) running();
-}
 
 std::string WithoutMnemonic(std::string_view caption) {
   std::string plain(caption);

@@ -4,17 +4,11 @@
 #include <stdexcept>
 #include <utility>
 
+#include "host/kit/fire.h"
 #include "host/text.h"
 
 namespace host {
 namespace {
-
-const Value kNothing;
-
-void Fire(const std::function<void()>& hook) {
-  const auto running = hook;
-  if (running) running();
-}
 
 int Order(const Value& left, const Value& right) {
   if (left.IsNull() || right.IsNull()) return static_cast<int>(right.IsNull()) - static_cast<int>(left.IsNull());
@@ -217,7 +211,7 @@ const Value& Dataset::ValueAt(std::size_t rec_no, std::size_t field) const {
 
 const Value& Dataset::CurrentValue(std::size_t field) const {
   if (InEdit()) return edited_[field];
-  if (visible_.empty()) return kNothing;
+  if (visible_.empty()) return Value::Null();
   return rows_[visible_[position_]].values[field];
 }
 

@@ -57,6 +57,9 @@ class Field {
   std::function<void(Field&)> OnValidate;
   std::function<void(Field&)> OnChange;
 
+  /// The value in the kind that a field of this definition holds; null for what cannot be turned into it.
+  static Value Converted(const Value& value, const FieldDef& def);
+
  private:
   Dataset& dataset_;
   std::size_t index_;
@@ -92,8 +95,12 @@ class Dataset : public Component {
   // --- structure ---------------------------------------------------------------------------------------------
   /// Rebuilds the fields and drops all rows. Handlers of the old fields are gone.
   void CreateFields(std::vector<FieldDef> fields);
-  /// Takes fields and rows from an open query's result, types as the values have them. Fires AfterScroll once.
+  /// Takes fields and rows from an open query's result, types as the values have them. Of several columns of one name
+  /// the first keeps it, the later ones are called NAME_1, NAME_2 and so on. Fires AfterScroll once. The query, which
+  /// keeps its rows, ends past the last one.
   void LoadFrom(TTIQuery& query);
+  /// The same without a copy of the rows; the query is gone then.
+  void LoadFrom(std::unique_ptr<TTIQuery> query);
   bool Active() const { return state_ != DatasetState::kInactive; }
   void Close();
   std::size_t FieldCount() const { return fields_.size(); }
@@ -198,6 +205,7 @@ class Dataset : public Component {
   void TellArrival();
   /// Index into rows_, or rows_.size().
   std::size_t RowIndex(std::size_t id) const;
+  void Load(RowSet loaded);
 
   std::vector<std::unique_ptr<Field>> fields_;
   std::vector<Row> rows_;             // in the order of arrival, which is that of their identities

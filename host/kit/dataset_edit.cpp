@@ -1,70 +1,13 @@
-// Editing, loading and the second cursor of an in-memory dataset.
+// Editing and the second cursor of an in-memory dataset.
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
 
 #include "host/kit/dataset.h"
+#include "host/kit/fire.h"
 #include "host/restored.h"
 
 namespace host {
-namespace {
-
-const Value kNothing;
-
-void Fire(const std::function<void()>& hook) {
-  const auto running = hook;
-  if (running) running();
-}
-
-// The type that holds every value of a column.
-FieldType TypeOf(const std::vector<Value>& column) {
-  bool integer = false;
-  bool number = false;
-  bool date = false;
-  for (const Value& value : column) {
-    if (value.IsText()) return FieldType::kText;
-    integer = integer || value.IsInteger();
-    number = number || (value.IsNumber() && !value.IsInteger());
-    date = date || value.IsDate();
-  }
-  if (date) return integer || number ? FieldType::kText : FieldType::kDate;
-  if (number) return FieldType::kFloat;
-  return integer ? FieldType::kInteger : FieldType::kText;
-}
-
-Value Fitting(const Value& value, FieldType type) {
-  if (type == FieldType::kFloat && value.IsInteger()) return value.AsFloat();
-  if (type == FieldType::kText && !value.IsNull()) return value.AsText();
-  return value;
-}
-
-}  // namespace
-
-void Dataset::LoadFrom(TTIQuery& query) {
-  std::vector<std::string> names;
-  for (std::size_t at = 0; at < query.FieldCount(); ++at) names.push_back(query.FieldName(at));
-  std::vector<std::vector<Value>> columns(names.size());
-  for (query.First(); !query.Eof(); query.Next()) {
-    for (std::size_t at = 0; at < names.size(); ++at) columns[at].push_back(query.FieldByName(names[at]));
-  }
-  std::vector<FieldDef> defs;
-  for (std::size_t at = 0; at < names.size(); ++at) defs.push_back({names[at], TypeOf(columns[at])});
-  CreateFields(defs);
-  const std::size_t count = columns.empty() ? 0 : columns.front().size();
-  for (std::size_t row = 0; row < count; ++row) {
-    Row loaded{next_id_++, {}};
-    for (std::size_t at = 0; at < names.size(); ++at) {
-      loaded.values.push_back(Fitting(columns[at][row], defs[at].type));
-    }
-    rows_.push_back(std::move(loaded));
-  }
-  Rebuild(0);
-  bof_ = true;
-  told_id_ = CurrentId();
-  NotifyView();
-  Fire(AfterScroll);
-}
-
 void Dataset::Append() {
   RequireActive();
   if (!LeaveRow()) throw std::logic_error(Name() + " is being posted");
@@ -216,9 +159,9 @@ std::size_t DatasetCursor::RecordCount() const { return dataset_.rows_.size(); }
 const Value& DatasetCursor::FieldByName(std::string_view name) const {
   const int field = dataset_.FieldIndex(name);
   if (field < 0) throw std::out_of_range(dataset_.Name() + " has no field " + std::string(name));
-  if (position_ >= order_.size()) return kNothing;
+  if (position_ >= order_.size()) return Value::Null();
   const std::size_t row = dataset_.RowIndex(order_[position_]);
-  return row == dataset_.rows_.size() ? kNothing : dataset_.rows_[row].values[static_cast<std::size_t>(field)];
+  return row == dataset_.rows_.size() ? Value::Null() : dataset_.rows_[row].values[static_cast<std::size_t>(field)];
 }
 
 }  // namespace host

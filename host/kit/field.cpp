@@ -15,8 +15,14 @@ Value ToDate(const Value& value) {
   return date.IsZero() ? Value() : Value(date);
 }
 
-// The value in the kind that a field of this definition holds; null for what cannot be turned into it.
-Value Converted(const Value& value, const FieldDef& def) {
+}  // namespace
+
+Field::Field(Dataset& dataset, std::size_t index, FieldDef def)
+    : dataset_(dataset), index_(index), def_(std::move(def)) {
+  if (def_.caption.empty()) def_.caption = def_.name;
+}
+
+Value Field::Converted(const Value& value, const FieldDef& def) {
   if (value.IsNull()) return {};
   if (def.type == FieldType::kText || def.type == FieldType::kMemo) {
     const std::string text = value.AsText();
@@ -26,13 +32,6 @@ Value Converted(const Value& value, const FieldDef& def) {
   if (value.IsDate()) return {};
   if (value.IsText() && (Trim(value.AsText()).empty() || !ParseTyped(value.AsText()))) return {};
   return def.type == FieldType::kInteger ? Value(value.AsInteger()) : Value(value.AsFloat());
-}
-
-}  // namespace
-
-Field::Field(Dataset& dataset, std::size_t index, FieldDef def)
-    : dataset_(dataset), index_(index), def_(std::move(def)) {
-  if (def_.caption.empty()) def_.caption = def_.name;
 }
 
 const Value& Field::Get() const { return dataset_.CurrentValue(index_); }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "host/kit/fire.h"
 #include "host/kit/screen.h"
 #include "host/text.h"
 
@@ -16,8 +17,7 @@ void TPesquisa::Open() {
   std::optional<LookupRow> picked = site->Pick(*this);
   if (!picked) return;
   row_ = std::move(*picked);
-  const Handler running = OnFechaPesquisa;
-  if (running) running();
+  Fire(OnFechaPesquisa);
 }
 
 Value TPesquisa::RetornoPesquisa(std::string_view column) const {

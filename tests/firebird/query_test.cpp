@@ -66,6 +66,34 @@ TEST_F(Query, WalksItsRows) {
   EXPECT_THROW(rows->FieldByName("NADA"), std::out_of_range);
 }
 
+TEST_F(Query, TheLaterOfTwoColumnsOfOneNameIsFoundByItsPosition) {
+  const auto rows =
+      Open("SELECT A.NUMERO, B.NUMERO, A.CODIGO FROM {T} A, {T} B WHERE A.NUMERO = 'A' AND B.NUMERO = 'B'");
+  EXPECT_EQ(rows->FieldByName("NUMERO").AsText(), "A");
+  EXPECT_EQ(rows->Field(0).AsText(), "A");
+  EXPECT_EQ(rows->Field(1).AsText(), "B");
+  EXPECT_EQ(rows->Field(2), host::Value("AB"));  // fixed width: without its blanks
+  EXPECT_THROW(rows->Field(3), std::out_of_range);
+  rows->Next();
+  EXPECT_TRUE(rows->Field(1).IsNull());
+  EXPECT_THROW(rows->Field(3), std::out_of_range);
+}
+
+TEST_F(Query, HandsItsRowsOver) {
+  const auto query = Open("SELECT NUMERO, CURTO FROM {T} ORDER BY NUMERO");
+  query->Next();
+  const host::RowSet taken = query->TakeRows();
+  EXPECT_EQ(taken.names, (std::vector<std::string>{"NUMERO", "CURTO"}));
+  EXPECT_EQ(taken.rows, (std::vector<std::vector<host::Value>>{{"A", 1}, {"B", host::Value()}}));
+  EXPECT_TRUE(query->IsEmpty());
+  EXPECT_TRUE(query->Eof());
+  EXPECT_TRUE(query->FieldByName("NUMERO").IsNull());
+  query->First();
+  EXPECT_TRUE(query->Eof());
+  query->Open();
+  EXPECT_EQ(query->RecordCount(), 2u);
+}
+
 TEST_F(Query, AFailedOpenLeavesNoRows) {
   const auto query = Open("SELECT NUMERO FROM {T}");
   query->SQL.Clear();
@@ -191,6 +219,62 @@ TEST_F(Query, AStatementMayNotEndTheTransaction) {
   EXPECT_NE(Refusal("ROLLBACK"), "");
   EXPECT_EQ(Get("SELECT CURTO FROM {T} WHERE NUMERO = 'A'"), "5");
   EXPECT_EQ(Durable("SELECT CURTO FROM {T} WHERE NUMERO = 'A'"), "1");
+}
+
+// --- what a statement did ------------------------------------------------------------------------------------------
+
+class RowsAffected : public FreshDatabase {
+ protected:
+  std::size_t Of(const std::string& sql) {
+    const auto query = Db().NewQuery();
+    query->SQL.Add(Db().ReplaceNames(sql));
+    query->ExecSQL();
+    return query->RowsAffected();
+  }
+};
+
+TEST_F(RowsAffected, AreThoseInsertedChangedOrDeleted) {
+  EXPECT_EQ(Of("UPDATE {T} SET CURTO = 3"), 2u);
+  EXPECT_EQ(Of("UPDATE {T} SET CURTO = 4 WHERE NUMERO = 'A'"), 1u);
+  EXPECT_EQ(Of("UPDATE {T} SET CURTO = 4 WHERE NUMERO = 'nenhum'"), 0u);
+  EXPECT_EQ(Of("INSERT INTO {T} (NUMERO) VALUES ('C')"), 1u);
+  EXPECT_EQ(Of("INSERT INTO {T} (NUMERO, CURTO) SELECT 'x' || NUMERO, 1 FROM {T}"), 3u);
+  EXPECT_EQ(Of("DELETE FROM {T}"), 6u);
+  EXPECT_EQ(Of("DELETE FROM {T}"), 0u);
+}
+
+TEST_F(RowsAffected, AreCountedAnewWhenTheSameTextRunsAgain) {
+  const std::string sql = "UPDATE {T} SET CURTO = COALESCE(CURTO, 0) + 1 WHERE CURTO IS NULL";
+  EXPECT_EQ(Of(sql), 1u);
+  EXPECT_EQ(Of(sql), 0u);
+}
+
+TEST_F(RowsAffected, OfAStructureAreNone) { EXPECT_EQ(Of("CREATE TABLE {NOVA} (NUMERO INTEGER)"), 0u); }
+
+TEST_F(RowsAffected, AreAskedAtOnce) {
+  const auto query = Db().NewQuery();
+  EXPECT_THROW(query->RowsAffected(), std::logic_error);
+  query->SQL.Add(Db().ReplaceNames("UPDATE {T} SET CURTO = 3"));
+  query->ExecSQL();
+  EXPECT_EQ(query->RowsAffected(), 2u);
+  EXPECT_EQ(query->RowsAffected(), 2u);
+  Get("SELECT COUNT(*) FROM {T}");
+  EXPECT_THROW(query->RowsAffected(), std::logic_error);
+  query->ExecSQL();
+  query->SQL.Clear();
+  query->SQL.Add("SELECT NADA FROM NENHUMA");
+  EXPECT_THROW(query->Open(), host::DatabaseError);
+  EXPECT_THROW(query->RowsAffected(), std::logic_error);
+}
+
+TEST_F(RowsAffected, AreToldWithoutTheStatementCacheToo) {
+  auto options = Options();
+  options.statement_cache = false;
+  const auto plain = app::firebird::Database::Open(options);
+  const auto query = plain->NewQuery();
+  query->SQL.Add(plain->ReplaceNames("DELETE FROM {T} WHERE NUMERO = 'A'"));
+  query->ExecSQL();
+  EXPECT_EQ(query->RowsAffected(), 1u);
 }
 
 }  // namespace

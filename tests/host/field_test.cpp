@@ -1,5 +1,4 @@
 // Fields: what they take, how they show it, and how they come about.
-#include <algorithm>
 #include <stdexcept>
 
 #include "dataset_fixture.h"
@@ -12,36 +11,6 @@ using host::Field;
 using host::FieldType;
 using host::Value;
 using test::DatasetTest;
-
-// A query's result that the test wrote down.
-class WrittenResult : public host::TTIQuery {
- public:
-  WrittenResult(std::vector<std::string> names, std::vector<std::vector<Value>> rows)
-      : names_(std::move(names)), rows_(std::move(rows)) {}
-
-  void Open() override {}
-  void ExecSQL() override {}
-  void SetParam(std::size_t /*element*/, std::string_view /*name*/, const Value& /*value*/) override {}
-  void ExecBatch(std::size_t /*count*/) override {}
-  bool Eof() const override { return at_ >= rows_.size(); }
-  void Next() override { ++at_; }
-  void First() override { at_ = 0; }
-  std::size_t RecordCount() const override { return rows_.size(); }
-  std::size_t FieldCount() const override { return names_.size(); }
-  std::string FieldName(std::size_t index) const override { return names_.at(index); }
-  bool HasField(std::string_view name) const override {
-    return std::find(names_.begin(), names_.end(), name) != names_.end();
-  }
-  const Value& FieldByName(std::string_view name) const override {
-    const auto found = std::find(names_.begin(), names_.end(), name);
-    return rows_.at(at_).at(static_cast<std::size_t>(found - names_.begin()));
-  }
-
- private:
-  std::vector<std::string> names_;
-  std::vector<std::vector<Value>> rows_;
-  std::size_t at_ = 0;
-};
 
 TEST_F(DatasetTest, FieldsConvertWhatIsPutIn) {
   data.Append();
@@ -146,28 +115,6 @@ TEST_F(DatasetTest, CloseDropsTheRowsAndNothingCanBeAppended) {
   EXPECT_FALSE(data.Active());
   EXPECT_TRUE(data.IsEmpty());
   EXPECT_THROW(data.Append(), std::logic_error);
-}
-
-TEST_F(DatasetTest, LoadsAQuerysResult) {
-  Three();
-  notes.clear();
-  WrittenResult query(
-      {"CODIGO", "QTDE", "ORDEM", "DATA", "NADA", "MIX"},
-      {{"A", 1, 1, Value(), Value(), 1}, {"B", 2.5, 2, *host::Date::FromParts(2026, 3, 1), Value(), "x"}});
-  data.LoadFrom(query);
-  EXPECT_EQ(Take(), "scroll A");
-  EXPECT_EQ(data.RecordCount(), 2u);
-  EXPECT_EQ(data["QTDE"].Def().type, FieldType::kFloat);
-  EXPECT_EQ(data["ORDEM"].Def().type, FieldType::kInteger);
-  EXPECT_EQ(data["DATA"].Def().type, FieldType::kDate);
-  EXPECT_EQ(data["NADA"].Def().type, FieldType::kText);
-  EXPECT_EQ(data["MIX"].AsText(), "1");
-  data.Next();
-  EXPECT_EQ(data["Data"].AsText(), "01/03/2026");
-  WrittenResult nothing({"CODIGO"}, {});
-  data.LoadFrom(nothing);
-  EXPECT_TRUE(data.Eof());
-  EXPECT_TRUE(data.Active());
 }
 
 }  // namespace
