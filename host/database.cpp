@@ -1,5 +1,7 @@
 #include "host/database.h"
 
+#include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace host {
@@ -15,6 +17,14 @@ RowSet TTIQuery::TakeRows() {
     taken.rows.push_back(std::move(row));
   }
   return taken;
+}
+
+void Database::LockRows(const std::vector<RecordKey>& records) {
+  std::vector<RecordKey> sorted = records;
+  std::sort(sorted.begin(), sorted.end(), [](const RecordKey& left, const RecordKey& right) {
+    return std::tie(left.table, left.key, left.value) < std::tie(right.table, right.key, right.value);
+  });
+  for (const RecordKey& record : sorted) LockRow(record.table, record.key, record.value);
 }
 
 void Database::ExecTogether(const std::vector<std::string>& statements) {

@@ -75,6 +75,13 @@ class TTIQuery {
   virtual RowSet TakeRows();
 };
 
+/// A record to hold; see Database::LockRow.
+struct RecordKey {
+  std::string table;  // logical name
+  std::string key;
+  std::string value;
+};
+
 /// The one connection, with the host's single transaction on it. The transaction is open always as far as the module
 /// can tell; the host makes what one action of a person did durable in one piece, at the action's end or just before
 /// the program waits for the person.
@@ -103,6 +110,12 @@ class Database {
   /// record holds it first. Waits for the other one; throws DatabaseError when it does not finish in time. The record
   /// need not exist, and who does not ask to hold it is not held back.
   virtual void LockRow(std::string_view table, std::string_view key, std::string_view value) = 0;
+  /// Holds several records as LockRow holds one, with the same errors; those held before an error stay held. None:
+  /// nothing happens. Two stations that call it once per action never wait for each other in a circle, whatever the
+  /// order of their records. This one takes them by table, key and value, which is right where each record has a lock
+  /// of its own; a host whose records share locks takes them in the order of its locks.
+  virtual void LockRows(const std::vector<RecordKey>& records);
+
   /// Runs statements without result in the order given. Throws DatabaseError at the first that fails, whose text is the
   /// error's Sql(): those before it stay done and pending, those after it are not run. Nothing when there are none. As
   /// nobody asks for anything between them, a host may send them all at once where the way to its server is long; this

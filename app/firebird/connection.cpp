@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <random>
+#include <set>
 #include <thread>
 #include <utility>
 
@@ -147,8 +148,22 @@ void Connection::NeedConnection(std::string_view sql) {
 // The record's own row is left alone: another station may be replacing it (delete, insert anew), and there would be
 // none to hold in between.
 void Connection::LockRow(std::string_view table, std::string_view key, std::string_view value) {
+  Hold(RecordLock(PhysicalName(table), key, value));
+}
+
+// In the order of the locks, which is not that of the records: where two stations held records by their keys, one could
+// wait for a lock that the other has for a record before it, and the other for one of the first's.
+void Connection::LockRows(const std::vector<host::RecordKey>& records) {
+  std::set<std::int64_t> locks;
+  for (const host::RecordKey& record : records) {
+    locks.insert(RecordLock(PhysicalName(record.table), record.key, record.value));
+  }
+  for (const std::int64_t lock : locks) Hold(lock);
+}
+
+void Connection::Hold(std::int64_t lock) {
   constexpr std::string_view k_lock = "SELECT NUMERO FROM TEC_TRAVA WHERE NUMERO = ? WITH LOCK";
-  RunPrepared(k_lock, k_lock, {RecordLock(PhysicalName(table), key, value)}, true);
+  RunPrepared(k_lock, k_lock, {lock}, true);
 }
 
 // --- statements -----------------------------------------------------------------------------------------------------

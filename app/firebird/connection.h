@@ -28,6 +28,7 @@ class Connection : public Database {
   void SetSavepoint(std::string_view name) override;
   void RollbackTo(std::string_view name) override;
   void LockRow(std::string_view table, std::string_view key, std::string_view value) override;
+  void LockRows(const std::vector<host::RecordKey>& records) override;
 
   void BeginAction() override;
   void EndAction(Outcome outcome) override;
@@ -61,6 +62,7 @@ class Connection : public Database {
   std::shared_ptr<Statement> PrepareAlone(std::string_view sql);
   RowSet Run(std::string_view told, const std::function<RowSet()>& once);
   RowSet RunOn(const std::shared_ptr<Statement>& statement, const std::vector<host::Value>& values, bool want_rows);
+  void Hold(std::int64_t lock);
   /// Frees what is prepared.
   void ForgetStatements();
   void End(Outcome outcome, bool outermost);
