@@ -99,9 +99,9 @@ void TFmCadComposi::WireGrid() {
   TbComposi.BeforeDelete = [this] { changed_ = true; };
 }
 
-void TFmCadComposi::FormCreate() { GetHost().GetTabela().AbreTabela("tbMateriais"); }
+void TFmCadComposi::FormCreate() { GetHost().GetTabela().AbreTabela("tbMateriais", *this); }
 
-void TFmCadComposi::FormClose() { GetHost().GetTabela().FechaTabela("tbMateriais"); }
+void TFmCadComposi::FormClose() { GetHost().GetTabela().FechaTabela("tbMateriais", *this); }
 
 bool TFmCadComposi::HasUnsavedWork() const { return changed_ || TbComposi.InEdit(); }
 

@@ -7,24 +7,6 @@
 #include "weaving/yarn_colour.h"
 
 namespace composition {
-namespace {
-
-// All screens look materials up through one dataset, so the client's restriction is on it only meanwhile.
-class FilteredMeanwhile {
- public:
-  FilteredMeanwhile(host::SharedDataset& dataset, std::string_view condition) : dataset_(dataset) {
-    dataset_.SetFilter(condition);
-  }
-  ~FilteredMeanwhile() { dataset_.SetFilter(""); }
-  FilteredMeanwhile(const FilteredMeanwhile&) = delete;
-  FilteredMeanwhile& operator=(const FilteredMeanwhile&) = delete;
-
- private:
-  host::SharedDataset& dataset_;
-};
-
-}  // namespace
-
 void TFmCadComposi::DBGridKeyDown(host::Key key) {
   const std::string field = GrdComposi.SelectedField();
   if (field.empty()) return;
@@ -65,8 +47,8 @@ void TFmCadComposi::PassReadOnlyColumns() {
 void TFmCadComposi::LeaveYarn() {
   TbComposi.Post();
   TbComposi.Edit();
-  host::SharedDataset& materials = GetHost().GetTabela().Dataset("tbMateriais");
-  const FilteredMeanwhile filtered(materials, pqMat.FilterText());
+  host::SharedDataset& materials = GetHost().GetTabela().Dataset("tbMateriais", *this);
+  materials.SetFilter(pqMat.FilterText());
   if (materials.Locate("CODIGO", {TbComposi["Codigo"].AsText()})) {
     TbComposi["Descricao"].Set(materials.FieldByName("DESCRICAO"));
     TbComposi["Custo"].Set(materials.FieldByName("REPOSICAO"));

@@ -9,6 +9,10 @@
 
 namespace host {
 
+class Screen;
+
+enum class SharedState { kBrowse, kEdit, kInsert };
+
 /// A named dataset over one table, which looks rows up in the database when it is asked to: it is never read whole.
 class SharedDataset {
  public:
@@ -22,8 +26,15 @@ class SharedDataset {
   /// The column's value in the current row, null without one. Throws std::out_of_range for an unknown column.
   virtual Value FieldByName(std::string_view column) const = 0;
 
-  /// Editing, for the datasets that a screen edits. Append and Edit start, SetField fills, Post writes the row (throws
-  /// DatabaseError and stays in edit), Cancel gives up, Delete removes the current row.
+  /// True on a stored row: after a Locate that found one or a Post. False after a Delete and while a new row is typed.
+  virtual bool HasRow() const = 0;
+  /// What Append and Edit began and Post and Cancel end.
+  virtual SharedState State() const = 0;
+  bool InEdit() const { return State() != SharedState::kBrowse; }
+
+  /// Editing, for the datasets that a screen edits. Append and Edit start (Edit throws std::logic_error without a row),
+  /// SetField fills, Post writes the row (throws DatabaseError and stays in edit), Cancel gives up, Delete removes the
+  /// current row.
   virtual void Append() = 0;
   virtual void Edit() = 0;
   virtual void SetField(std::string_view column, const Value& value) = 0;
@@ -32,17 +43,18 @@ class SharedDataset {
   virtual void Delete() = 0;
 };
 
+/// Each screen that opens a shared dataset has it to itself: row, filter and edit are its own.
 class Tabela {
  public:
   virtual ~Tabela() = default;
 
   virtual Database& IBDatabase() = 0;
-  /// Opens a shared dataset by name ("tbMateriais"), counted: each opening needs its closing. Throws InputError for a
-  /// name that the host does not know.
-  virtual void AbreTabela(std::string_view name) = 0;
-  virtual void FechaTabela(std::string_view name) = 0;
-  /// An open shared dataset; throws InputError when it is not open.
-  virtual SharedDataset& Dataset(std::string_view name) = 0;
+  /// Opens a shared dataset by name ("tbMateriais"), counted: each opening needs its closing by the same screen. Throws
+  /// InputError for a name that the host does not know.
+  virtual void AbreTabela(std::string_view name, const Screen& opener) = 0;
+  virtual void FechaTabela(std::string_view name, const Screen& opener) = 0;
+  /// The dataset that this screen opened; throws InputError when it has not.
+  virtual SharedDataset& Dataset(std::string_view name, const Screen& opener) = 0;
 };
 
 }  // namespace host

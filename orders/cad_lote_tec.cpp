@@ -33,7 +33,7 @@ TfmCadLoteTec::TfmCadLoteTec(host::Host& host)
 void TfmCadLoteTec::FormCreate() {
   try {
     for (const char* table : {"tbEntidade", "tbPedido", "tbMateriais", "tbCompMaterial", "tbDeposito", "tbCor"}) {
-      GetHost().GetTabela().AbreTabela(table);
+      GetHost().GetTabela().AbreTabela(table, *this);
       open_tables_.emplace_back(table);
     }
     PqMalharia.SetFilter(fabrics_.MillFilter());
@@ -53,7 +53,7 @@ void TfmCadLoteTec::FormClose() {
   while (!open_tables_.empty()) {
     const std::string table = std::move(open_tables_.back());
     open_tables_.pop_back();
-    GetHost().GetTabela().FechaTabela(table);
+    GetHost().GetTabela().FechaTabela(table, *this);
   }
 }
 

@@ -33,12 +33,12 @@ void TfmCadLoteTec::DBGrid6ColExit() {
 // All is asked before anything is put in: a refusal leaves the row as it was.
 void TfmCadLoteTec::LeaveCode() {
   const std::string code = TbItens["Codigo"].AsText();
-  host::SharedDataset& materials = GetHost().GetTabela().Dataset("tbMateriais");
+  host::SharedDataset& materials = GetHost().GetTabela().Dataset("tbMateriais", *this);
   if (!materials.Locate("CODIGO", {code})) Refuse("Material não cadastrado.");
   if (materials.FieldByName("ATIVO").AsText() == "N" && !store_.ItemExists(EdtNumero.Text(), code)) {
     Refuse("Material Inativo.");
   }
-  host::SharedDataset& compositions = GetHost().GetTabela().Dataset("tbCompMaterial");
+  host::SharedDataset& compositions = GetHost().GetTabela().Dataset("tbCompMaterial", *this);
   const bool composed = compositions.Locate("MATERIAL", {code});
   double cost = TbItens["Custo"].AsFloat();
   if (cost == 0) cost = prices_.Agreed(EdtMalharia.Text(), code);

@@ -125,7 +125,7 @@ void TfmCadLoteTec::CalcularMetros1Click() {
   if (metres == 0) return;
   double weight = TbItens["Peso"].AsFloat();
   if (weight == 0) {
-    host::SharedDataset& materials = GetHost().GetTabela().Dataset("tbMateriais");
+    host::SharedDataset& materials = GetHost().GetTabela().Dataset("tbMateriais", *this);
     if (materials.Locate("codigo", {TbItens["Codigo"].AsText()})) weight = materials.FieldByName("PESO").AsFloat();
   }
   TbItens.Edit();

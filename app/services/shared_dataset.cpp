@@ -7,6 +7,9 @@
 #include "host/text.h"
 
 namespace app::services {
+
+using host::SharedState;
+
 namespace {
 
 std::string ColumnName(std::string_view name) { return host::UpperAscii(host::Trim(name)); }
@@ -18,7 +21,7 @@ void AddTo(std::string& list, std::string_view separator, std::string_view item)
 
 std::vector<std::string> FirstColumn(host::TTIQuery& rows) {
   std::vector<std::string> texts;
-  for (; !rows.Eof(); rows.Next()) texts.push_back(host::Trim(rows.FieldByName(rows.FieldName(0)).AsText()));
+  for (; !rows.Eof(); rows.Next()) texts.push_back(host::Trim(rows.Field(0).AsText()));
   return texts;
 }
 
@@ -44,7 +47,7 @@ std::optional<TableDataset::Row> TableDataset::Read(const Condition& condition, 
   const auto rows = database_.Query(sql, condition.values);
   if (rows->IsEmpty()) return std::nullopt;
   Row row;
-  for (std::size_t i = 0; i < rows->FieldCount(); ++i) row[rows->FieldName(i)] = rows->FieldByName(rows->FieldName(i));
+  for (std::size_t i = 0; i < rows->FieldCount(); ++i) row[rows->FieldName(i)] = rows->Field(i);
   return row;
 }
 
@@ -59,10 +62,10 @@ bool TableDataset::Locate(std::string_view columns, const std::vector<host::Valu
 
 host::Value TableDataset::FieldByName(std::string_view column) const {
   const std::string name = ColumnName(column);
-  if (state_ != State::kBrowse) {
+  if (state_ != SharedState::kBrowse) {
     if (const auto changed = changes_.find(name); changed != changes_.end()) return changed->second;
   }
-  if (row_ && state_ != State::kInsert) {
+  if (row_ && state_ != SharedState::kInsert) {
     const auto found = row_->find(name);
     if (found == row_->end()) throw std::out_of_range(table_ + " has no column " + name);
     return found->second;
@@ -113,30 +116,28 @@ TableDataset::Condition TableDataset::KeyOf(const Row& row) const {
 void TableDataset::Append() {
   NeedEditable();
   Cancel();
-  state_ = State::kInsert;
+  state_ = SharedState::kInsert;
 }
 
 void TableDataset::Edit() {
   NeedEditable();
-  if (state_ != State::kBrowse) return;
-  if (!row_) {
-    Append();
-    return;
-  }
-  state_ = State::kEdit;
+  if (state_ != SharedState::kBrowse) return;
+  if (!row_) throw std::logic_error("the shared dataset over " + table_ + " stands on no row");
+  state_ = SharedState::kEdit;
 }
 
 void TableDataset::SetField(std::string_view column, const host::Value& value) {
-  if (state_ == State::kBrowse) throw std::logic_error("the shared dataset over " + table_ + " is not in edit state");
+  if (state_ == SharedState::kBrowse)
+    throw std::logic_error("the shared dataset over " + table_ + " is not in edit state");
   const std::string name = ColumnName(column);
   NeedColumn(name);
   changes_[name] = value;
 }
 
 void TableDataset::Post() {
-  if (state_ == State::kBrowse) return;
+  if (state_ == SharedState::kBrowse) return;
   if (!changes_.empty()) {
-    if (state_ == State::kInsert) {
+    if (state_ == SharedState::kInsert) {
       Insert();
     } else {
       Update();
@@ -144,7 +145,7 @@ void TableDataset::Post() {
     ReadBack();
   }
   changes_.clear();
-  state_ = State::kBrowse;
+  state_ = SharedState::kBrowse;
 }
 
 void TableDataset::Insert() {
@@ -173,7 +174,7 @@ void TableDataset::Update() {
 
 // The row as it is stored now, with what the database itself filled in.
 void TableDataset::ReadBack() {
-  Row written = state_ == State::kEdit ? *row_ : Row();
+  Row written = state_ == SharedState::kEdit ? *row_ : Row();
   for (const auto& column : KeyColumns()) written.try_emplace(column);
   for (const auto& [name, value] : changes_) written[name] = value;
   auto stored = Read(KeyOf(written), {});
@@ -183,7 +184,7 @@ void TableDataset::ReadBack() {
 
 void TableDataset::Cancel() {
   changes_.clear();
-  state_ = State::kBrowse;
+  state_ = SharedState::kBrowse;
 }
 
 void TableDataset::Delete() {

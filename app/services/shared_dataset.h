@@ -12,9 +12,9 @@
 
 namespace app::services {
 
-/// Locating is one statement by key; the row found is kept, the table never read whole. The datasets that no screen
-/// edits refuse Append, Edit and Delete with std::logic_error, as does SetField outside Append and Edit: a mistake of
-/// whoever calls.
+/// One screen's view of a table: row, filter and edit belong to it. Locating is one statement by key; the row found is
+/// kept, the table never read whole. The datasets that no screen edits refuse Append, Edit and Delete with
+/// std::logic_error, as does SetField outside Append and Edit: a mistake of whoever calls.
 class TableDataset : public host::SharedDataset {
  public:
   /// `table` is a logical name.
@@ -23,6 +23,9 @@ class TableDataset : public host::SharedDataset {
   bool Locate(std::string_view columns, const std::vector<host::Value>& values) override;
   void SetFilter(std::string_view condition) override { filter_ = condition; }
   host::Value FieldByName(std::string_view column) const override;
+
+  bool HasRow() const override { return row_ && state_ != host::SharedState::kInsert; }
+  host::SharedState State() const override { return state_; }
 
   void Append() override;
   void Edit() override;
@@ -33,7 +36,6 @@ class TableDataset : public host::SharedDataset {
 
  private:
   using Row = std::map<std::string, host::Value, std::less<>>;  // column name in capitals to value
-  enum class State { kBrowse, kEdit, kInsert };
 
   struct Condition {
     std::string text;
@@ -54,7 +56,7 @@ class TableDataset : public host::SharedDataset {
   std::string table_;
   bool editable_;
   std::string filter_;
-  State state_ = State::kBrowse;
+  host::SharedState state_ = host::SharedState::kBrowse;
   std::optional<Row> row_;  // as stored
   Row changes_;             // of kEdit and kInsert
   mutable std::vector<std::string> columns_;

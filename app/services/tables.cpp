@@ -24,10 +24,10 @@ constexpr Known kKnown[] = {
 
 }  // namespace
 
-void Tables::AbreTabela(std::string_view name) {
+void Tables::AbreTabela(std::string_view name, const host::Screen& opener) {
   for (const Known& known : kKnown) {
     if (!host::SameName(known.name, name)) continue;
-    Open& open = open_[std::string(known.name)];
+    Open& open = open_[{&opener, std::string(known.name)}];
     if (open.count++ == 0) {
       open.dataset = std::make_unique<TableDataset>(database_, std::string(known.table), known.editable);
     }
@@ -36,13 +36,13 @@ void Tables::AbreTabela(std::string_view name) {
   Unknown(name);
 }
 
-void Tables::FechaTabela(std::string_view name) {
-  const auto found = open_.find(host::UpperAscii(name));
+void Tables::FechaTabela(std::string_view name, const host::Screen& opener) {
+  const auto found = open_.find({&opener, host::UpperAscii(name)});
   if (found != open_.end() && --found->second.count == 0) open_.erase(found);
 }
 
-host::SharedDataset& Tables::Dataset(std::string_view name) {
-  const auto found = open_.find(host::UpperAscii(name));
+host::SharedDataset& Tables::Dataset(std::string_view name, const host::Screen& opener) {
+  const auto found = open_.find({&opener, host::UpperAscii(name)});
   if (found == open_.end())
     throw host::InputError("A tabela compartilhada \"" + std::string(name) + "\" não está aberta.");
   return *found->second.dataset;

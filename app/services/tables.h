@@ -1,10 +1,12 @@
 // The data module: the connection and the shared datasets by name.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "app/services/shared_dataset.h"
 
@@ -15,18 +17,23 @@ class Tables : public host::Tabela {
   explicit Tables(firebird::Database& database) : database_(database) {}
 
   host::Database& IBDatabase() override { return database_; }
-  void AbreTabela(std::string_view name) override;
+  void AbreTabela(std::string_view name, const host::Screen& opener) override;
   /// Closing what is not open does nothing.
-  void FechaTabela(std::string_view name) override;
-  host::SharedDataset& Dataset(std::string_view name) override;
+  void FechaTabela(std::string_view name, const host::Screen& opener) override;
+  host::SharedDataset& Dataset(std::string_view name, const host::Screen& opener) override;
+
+  /// Datasets that are open, of all screens together: none when every screen closed what it opened.
+  std::size_t OpenCount() const { return open_.size(); }
 
  private:
   struct Open {
     std::unique_ptr<TableDataset> dataset;
     int count = 0;
   };
+  using Key = std::pair<const host::Screen*, std::string>;  // the opener, the name in capitals
+
   firebird::Database& database_;
-  std::map<std::string, Open, std::less<>> open_;  // by name in capitals
+  std::map<Key, Open> open_;
 };
 
 }  // namespace app::services

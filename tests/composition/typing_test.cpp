@@ -137,8 +137,12 @@ TEST_F(Typing, AnUnknownClientIsToldAndTheRestrictionStays) {
 TEST_F(Typing, TheRestrictionIsThisScreensOwn) {
   ASSERT_EQ(mill_.Type(Screen(), "edtCodCliente", "00002"), ActResult::kDone);
   ASSERT_EQ(TypeCell("Codigo", "F2"), ActResult::kDone);
-  host::SharedDataset& materials = mill_.App().GetTabela().Dataset("tbMateriais");
-  EXPECT_TRUE(materials.Locate("CODIGO", {"F1"}));
+  const host::Screen other(mill_.App(), "TfmOutra", "fmOutra", "Outra");
+  host::Tabela& tables = mill_.App().GetTabela();
+  tables.AbreTabela("tbMateriais", other);
+  EXPECT_TRUE(tables.Dataset("tbMateriais", other).Locate("CODIGO", {"F1"}));
+  EXPECT_FALSE(tables.Dataset("tbMateriais", Screen()).Locate("CODIGO", {"F1"}));
+  tables.FechaTabela("tbMateriais", other);
 }
 
 TEST_F(Typing, TheFabricAndClientLookupsFillTheirInputs) {

@@ -170,15 +170,16 @@ TEST_F(ServerGone, ARollWhoseCommitIsCutIsToldAsUnknown) {
 }
 
 TEST_F(ServerGone, SharedDatasetsGoOn) {
+  const host::Screen screen(TheMill().App(), "TfmTeste", "fmTeste", "Teste");
   auto& tables = TheMill().App().GetTabela();
-  tables.AbreTabela("tbDeposito");
-  ASSERT_TRUE(tables.Dataset("tbDeposito").Locate("CODIGO", {"D1"}));
-  const std::string text = tables.Dataset("tbDeposito").FieldByName("DESCRICAO").AsText();
+  tables.AbreTabela("tbDeposito", screen);
+  ASSERT_TRUE(tables.Dataset("tbDeposito", screen).Locate("CODIGO", {"D1"}));
+  const std::string text = tables.Dataset("tbDeposito", screen).FieldByName("DESCRICAO").AsText();
   PowerCut();
-  EXPECT_THROW(tables.Dataset("tbDeposito").Locate("CODIGO", {"D2"}), host::DatabaseError);
-  EXPECT_TRUE(tables.Dataset("tbDeposito").Locate("CODIGO", {"D1"}));
-  EXPECT_EQ(tables.Dataset("tbDeposito").FieldByName("DESCRICAO").AsText(), text);
-  tables.FechaTabela("tbDeposito");
+  EXPECT_THROW(tables.Dataset("tbDeposito", screen).Locate("CODIGO", {"D2"}), host::DatabaseError);
+  EXPECT_TRUE(tables.Dataset("tbDeposito", screen).Locate("CODIGO", {"D1"}));
+  EXPECT_EQ(tables.Dataset("tbDeposito", screen).FieldByName("DESCRICAO").AsText(), text);
+  tables.FechaTabela("tbDeposito", screen);
 }
 
 TEST_F(ServerGone, ALookupThatWasOpenGoesOn) {

@@ -2,22 +2,27 @@
 #include <gtest/gtest.h>
 
 #include "host/errors.h"
+#include "host/kit/screen.h"
 #include "host/tabela.h"
 #include "support/mill.h"
 
 namespace {
 
+using host::SharedState;
+
 class SharedDatasets : public testing::Test {
  protected:
   SharedDatasets() { test::FillSmallMill(mill_); }
   host::Tabela& Tables() { return mill_.App().GetTabela(); }
-  host::SharedDataset& Open(std::string_view name) {
-    Tables().AbreTabela(name);
-    return Tables().Dataset(name);
+  host::SharedDataset& Open(std::string_view name) { return Open(name, screen_); }
+  host::SharedDataset& Open(std::string_view name, const host::Screen& opener) {
+    Tables().AbreTabela(name, opener);
+    return Tables().Dataset(name, opener);
   }
   std::int64_t Prices() { return mill_.Scalar("SELECT COUNT(*) FROM {CADCORTI}").AsInteger(); }
 
   test::Mill mill_;
+  host::Screen screen_{mill_.App(), "TfmTeste", "fmTeste", "Teste"};
 };
 
 TEST_F(SharedDatasets, EveryKnownNameOpensInAnyCase) {
@@ -25,17 +30,17 @@ TEST_F(SharedDatasets, EveryKnownNameOpensInAnyCase) {
        {"tbEntidade", "tbentidade", "tbPedido", "tbMateriais", "tbCompMaterial", "tbDeposito", "tbCor", "TbCadCorTi"}) {
     EXPECT_NO_THROW(Open(name)) << name;
   }
-  EXPECT_THROW(Tables().AbreTabela("tbNada"), host::InputError);
+  EXPECT_THROW(Tables().AbreTabela("tbNada", screen_), host::InputError);
 }
 
 TEST_F(SharedDatasets, OpeningsAreCounted) {
   Open("tbCor");
   Open("TBCOR");
-  Tables().FechaTabela("tbCor");
-  EXPECT_NO_THROW(Tables().Dataset("tbCor"));
-  Tables().FechaTabela("tbCor");
-  EXPECT_THROW(Tables().Dataset("tbCor"), host::InputError);
-  EXPECT_NO_THROW(Tables().FechaTabela("tbCor"));
+  Tables().FechaTabela("tbCor", screen_);
+  EXPECT_NO_THROW(Tables().Dataset("tbCor", screen_));
+  Tables().FechaTabela("tbCor", screen_);
+  EXPECT_THROW(Tables().Dataset("tbCor", screen_), host::InputError);
+  EXPECT_NO_THROW(Tables().FechaTabela("tbCor", screen_));
 }
 
 TEST_F(SharedDatasets, LocatesByKeyAndReadsTheRow) {
@@ -83,6 +88,56 @@ TEST_F(SharedDatasets, TheFilterHidesRows) {
   EXPECT_TRUE(prices.Locate("CODIGO;CODCLI;COR", {"F1", "M00004", "0"}));
 }
 
+TEST_F(SharedDatasets, EachOpenerHasRowAndFilterToItself) {
+  const host::Screen other(mill_.App(), "TfmOutra", "fmOutra", "Outra");
+  host::SharedDataset& mine = Open("TbCadCorTi");
+  host::SharedDataset& theirs = Open("TbCadCorTi", other);
+  mine.SetFilter("COR = '02'");
+  EXPECT_FALSE(mine.Locate("CODIGO;CODCLI;COR", {"F1", "M00001", "0"}));
+  ASSERT_TRUE(theirs.Locate("CODIGO;CODCLI;COR", {"F1", "M00001", "0"}));
+  ASSERT_TRUE(mine.Locate("CODIGO;CODCLI", {"F1", "M00001"}));
+  EXPECT_EQ(mine.FieldByName("COR").AsText(), "02");
+  EXPECT_EQ(theirs.FieldByName("COR").AsText(), "0");
+  mine.Edit();
+  EXPECT_TRUE(mine.InEdit());
+  EXPECT_FALSE(theirs.InEdit());
+  Tables().FechaTabela("TbCadCorTi", other);
+  EXPECT_THROW(Tables().Dataset("TbCadCorTi", other), host::InputError);
+  EXPECT_EQ(&Tables().Dataset("TbCadCorTi", screen_), &mine);
+}
+
+TEST_F(SharedDatasets, TellItsStateAndWhetherItStandsOnARow) {
+  host::SharedDataset& prices = Open("TbCadCorTi");
+  EXPECT_FALSE(prices.HasRow());
+  EXPECT_EQ(prices.State(), SharedState::kBrowse);
+  ASSERT_TRUE(prices.Locate("CODIGO;CODCLI;COR", {"F1", "M00001", "02"}));
+  EXPECT_TRUE(prices.HasRow());
+  prices.Edit();
+  EXPECT_EQ(prices.State(), SharedState::kEdit);
+  EXPECT_TRUE(prices.HasRow());
+  prices.Cancel();
+  EXPECT_FALSE(prices.InEdit());
+  prices.Append();
+  EXPECT_EQ(prices.State(), SharedState::kInsert);
+  EXPECT_FALSE(prices.HasRow());
+  prices.Cancel();
+  EXPECT_TRUE(prices.HasRow());  // the one before
+  prices.Edit();
+  EXPECT_FALSE(prices.Locate("CODIGO", {"nada"}));
+  EXPECT_FALSE(prices.HasRow());
+  EXPECT_FALSE(prices.InEdit());
+}
+
+TEST_F(SharedDatasets, WithoutARowThereIsNothingToEdit) {
+  host::SharedDataset& prices = Open("TbCadCorTi");
+  EXPECT_THROW(prices.Edit(), std::logic_error);
+  EXPECT_FALSE(prices.InEdit());
+  ASSERT_TRUE(prices.Locate("CODIGO;CODCLI;COR", {"F1", "M00001", "02"}));
+  prices.Delete();
+  EXPECT_FALSE(prices.HasRow());
+  EXPECT_THROW(prices.Edit(), std::logic_error);
+}
+
 // --- editing
 // ------------------------------------------------------------------------------------------------------------
 
@@ -97,6 +152,8 @@ TEST_F(SharedDatasets, AppendsAPrice) {
   EXPECT_TRUE(prices.FieldByName("OBS").IsNull());
   prices.SetField("COR", "0");
   prices.Post();
+  EXPECT_TRUE(prices.HasRow());
+  EXPECT_FALSE(prices.InEdit());
   EXPECT_EQ(prices.FieldByName("CODIGO").AsText(), "F2");
   EXPECT_DOUBLE_EQ(mill_.Scalar("SELECT CUSTO FROM {CADCORTI} WHERE CODIGO = 'F2' AND CODCLI = 'M00004'").AsFloat(),
                    3.75);
@@ -139,6 +196,7 @@ TEST_F(SharedDatasets, ARefusedPostStaysInEdit) {
     prices.SetField(column, text);
   }
   EXPECT_THROW(prices.Post(), host::DatabaseError);
+  EXPECT_EQ(prices.State(), SharedState::kInsert);
   prices.SetField("COR", "01");
   EXPECT_NO_THROW(prices.Post());
 }
