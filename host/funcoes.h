@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/database.h"
 #include "host/date.h"
@@ -27,6 +28,14 @@ struct ReportFlags {
 struct LogMark {
   std::string user;
   DateTime moment;
+};
+
+/// A row of the audit log.
+struct LogRow {
+  std::string user;
+  DateTime moment;
+  LogOperation operation = LogOperation::kOther;
+  std::string text;
 };
 
 /// A "quoted" argument is a value that has passed through Aspas; other texts are plain. All operations that reach the
@@ -71,6 +80,12 @@ class Funcoes {
                        const Component* object) = 0;
   /// The newest audit row of a subject and key; nothing when there is none.
   virtual std::optional<LogMark> UltimoLog(std::string_view subject, std::string_view key) = 0;
+  /// The audit rows of a subject and key, newest first, `count` at most; empty when there is none, or when the host
+  /// keeps them out of reach.
+  virtual std::vector<LogRow> UltimosLogs(std::string_view /*subject*/, std::string_view /*key*/,
+                                          std::size_t /*count*/) {
+    return {};
+  }
   /// The percentage of a yarn in a fabric by a stored rule; throws InputError when the rule does not exist or cannot
   /// be worked out for this fabric.
   virtual double CalculaPercRegra(std::string_view rule, std::string_view fabric) = 0;

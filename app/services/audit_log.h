@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/firebird/database.h"
 #include "host/funcoes.h"
@@ -26,5 +27,9 @@ void WriteLog(firebird::Database& database, const LogEntry& entry);
 
 /// The newest row of a subject and key; nothing when there is none. Throws host::DatabaseError.
 std::optional<host::LogMark> LastLog(firebird::Database& database, std::string_view subject, std::string_view key);
+
+/// The rows of a subject and key, newest first, `count` at most; empty when there is none. Throws host::DatabaseError.
+std::vector<host::LogRow> LatestLogs(firebird::Database& database, std::string_view subject, std::string_view key,
+                                     std::size_t count);
 
 }  // namespace app::services

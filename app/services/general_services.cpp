@@ -68,6 +68,11 @@ std::optional<host::LogMark> GeneralServices::UltimoLog(std::string_view subject
   return LastLog(parts_.database, subject, key);
 }
 
+std::vector<host::LogRow> GeneralServices::UltimosLogs(std::string_view subject, std::string_view key,
+                                                       std::size_t count) {
+  return LatestLogs(parts_.database, subject, key, count);
+}
+
 double GeneralServices::CalculaPercRegra(std::string_view rule, std::string_view fabric) {
   return PercentageByRule(parts_.database, rule, fabric);
 }

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/firebird/database.h"
 #include "app/services/numbering.h"
@@ -64,6 +65,7 @@ class GeneralServices : public host::Funcoes {
   void GeraLog(std::string_view subject, std::string_view text, host::LogOperation operation, std::string_view key,
                const host::Component* object) override;
   std::optional<host::LogMark> UltimoLog(std::string_view subject, std::string_view key) override;
+  std::vector<host::LogRow> UltimosLogs(std::string_view subject, std::string_view key, std::size_t count) override;
   double CalculaPercRegra(std::string_view rule, std::string_view fabric) override;
 
   std::string InputBoxData(std::string_view caption, std::string_view prompt) override;

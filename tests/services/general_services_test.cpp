@@ -166,6 +166,37 @@ TEST_F(GeneralServices, LogCutsLongTextAndTakesAnyCharacter) {
   EXPECT_EQ(rows[1].at("TEXTO").AsText(), "? e 'aspas'");
 }
 
+TEST_F(GeneralServices, TellsTheNewestLogRowsOfAKey) {
+  const auto log = [&](const char* moment, const char* subject, const char* text, host::LogOperation operation,
+                       const char* key) {
+    mill_.SetClock(moment);
+    Services().GeraLog(subject, text, operation, key, nullptr);
+  };
+  log("2026-03-10 08:00:00", "PRECO", "INCLUSAO", host::LogOperation::kInclusion, "F1");
+  log("2026-03-11 09:30:00", "PRECO", "CUSTO DE: 1 PARA: 2", host::LogOperation::kAlteration, "F1");
+  log("2026-03-11 09:31:00", "PRECO", "de outro", host::LogOperation::kAlteration, "F2");
+  log("2026-03-11 09:32:00", "ORDEM", "de outro assunto", host::LogOperation::kAlteration, "F1");
+  // The clock of a station was put back: the row written last is the newest all the same.
+  log("2026-03-09 07:00:00", "PRECO", "EXCLUSAO", host::LogOperation::kDeletion, "F1");
+
+  const auto rows = Services().UltimosLogs("PRECO", "F1", 2);
+  ASSERT_EQ(rows.size(), 2u);
+  EXPECT_EQ(rows[0].text, "EXCLUSAO");
+  EXPECT_EQ(rows[0].operation, host::LogOperation::kDeletion);
+  EXPECT_EQ(rows[0].moment.ToIso(), "2026-03-09 07:00:00");
+  EXPECT_EQ(rows[0].user, "ADMIN");
+  EXPECT_EQ(rows[1].text, "CUSTO DE: 1 PARA: 2");
+  EXPECT_EQ(rows[1].operation, host::LogOperation::kAlteration);
+  EXPECT_EQ(Services().UltimosLogs("PRECO", "F1", 100).size(), 3u);
+  EXPECT_EQ(Services().UltimosLogs("PRECO", "F1", std::numeric_limits<std::size_t>::max()).size(), 3u);
+  EXPECT_TRUE(Services().UltimosLogs("PRECO", "F1", 0).empty());
+  EXPECT_TRUE(Services().UltimosLogs("PRECO", "F3", 10).empty());
+  EXPECT_EQ(Services().UltimoLog("PRECO", "F1")->moment, rows[0].moment);
+  // As long a key as the log keeps.
+  Services().GeraLog("PRECO", "longa", host::LogOperation::kOther, std::string(60, '9'), nullptr);
+  EXPECT_EQ(Services().UltimosLogs("PRECO", std::string(60, '9'), 10).size(), 1u);
+}
+
 // --- screens and person
 // -------------------------------------------------------------------------------------------------
 
