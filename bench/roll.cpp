@@ -33,7 +33,7 @@ class Floor {
     database_.BeginAction();
     for (const auto& lot : kPlan.reservations) TakeYarn(lot, number);
     const std::string fabric_lot = order_ + std::to_string(number);
-    Move(kPlan.fabric, kPlan.colour, kPlan.deposit, fabric_lot, kRoll, "N");
+    Move(kPlan.fabric, kPlan.colour, kPlan.deposit, fabric_lot, kRoll, "N", number);
     database_.Execute(
         "INSERT INTO {MAT_ITEN} (CODIGO, COR, DEPOSITO, LOTE, QTDE, PRECO_MED, LOCAL) VALUES (?, ?, ?, ?, ?, ?, ?)",
         {kPlan.fabric, kPlan.colour, kPlan.deposit, fabric_lot, kRoll, 26.5, ""});
@@ -54,17 +54,17 @@ class Floor {
 
  private:
   void Move(const std::string& code, const std::string& colour, const std::string& deposit, const std::string& lot,
-            double quantity, const char* out) {
+            double quantity, const char* out, int number) {
     database_.Execute(
         "INSERT INTO {MAT_MOV} (CODIGO, COR, LOTE, DEPOSITO, DOCUMENTO, TIPO_DOC, CLIENTE, MAQUINA, FUNCIONARIO, DATA, "
-        "QTDE, SAIDA, USUARIO, PRECO, CUSTO, LOCAL, BAIXADO, ATIVO, COMPLEMENTO, TIPO_MOV) "
-        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, CURRENT_DATE, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-        {code, colour, lot, deposit, order_, "BT", kPlan.mill, "", "", quantity, out, "ADMIN", 20.0, 20.0, "", "0", "1",
-         "", "TECSAI"});
+        "QTDE, SAIDA, USUARIO, PRECO, CUSTO, LOCAL, BAIXADO, ATIVO, COMPLEMENTO, TIPO_MOV, ORDEM, ESTORNO) "
+        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, CURRENT_DATE, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 'N')",
+        {code, colour,  lot,  deposit, order_, "BT", kPlan.mill, "", "",       quantity,
+         out,  "ADMIN", 20.0, 20.0,    "",     "0",  "1",        "", "TECSAI", number});
   }
   void TakeYarn(const test::Reservation& lot, int number) {
     const double quantity = kRoll * lot.quantity / kPlan.quantity;
-    Move(lot.yarn, lot.colour, lot.deposit, lot.lot, quantity, "S");
+    Move(lot.yarn, lot.colour, lot.deposit, lot.lot, quantity, "S", number);
     database_.Execute(
         "UPDATE {MAT_ITEN} SET QTDE = QTDE - ? WHERE CODIGO = ? AND COR = ? AND DEPOSITO = ? AND LOTE = ?",
         {quantity, lot.yarn, lot.colour, lot.deposit, lot.lot});

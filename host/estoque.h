@@ -11,6 +11,20 @@ namespace host {
 inline constexpr int kMovementInbound = 7;    // yarn or fabric coming into stock
 inline constexpr int kMovementOutbound = 15;  // yarn or fabric leaving stock
 
+/// A movement as the ledger keeps it.
+struct LedgerRow {
+  std::string movement_type;  // from CodigoTipoMovEstoque
+  std::string material;
+  std::string colour;
+  std::string lot;
+  std::string deposit;
+  double quantity = 0;  // in the material's unit, positive
+  bool out = false;     // true took out, false brought in
+  double price = 0;     // per unit; 0 for "without price"
+  bool undoes = false;  // it took another movement back
+  DateTime moment;      // when it was written
+};
+
 /// Created by Host::NewEstoque, filled, moved once, freed.
 class TEstoque {
  public:
@@ -22,6 +36,8 @@ class TEstoque {
   std::string Deposito;
   std::string Documento;      // the weaving order
   std::string TipoDocumento;  // "BT"
+  int Ordem = 0;              // the roll's number within the order; 0 for a movement of no roll
+  bool Estorno = false;       // true for one that takes another movement back
   std::string Cliente;
   std::string Maquina;
   std::string Funcionario;

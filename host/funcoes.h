@@ -8,6 +8,7 @@
 
 #include "host/database.h"
 #include "host/date.h"
+#include "host/estoque.h"
 #include "host/value.h"
 
 namespace host {
@@ -86,6 +87,10 @@ class Funcoes {
                                           std::size_t /*count*/) {
     return {};
   }
+  /// The stock movements that name roll number `roll` of a weaving order, in the order in which they were written.
+  /// Empty when there is none: for roll 0, for a roll of before movements named theirs, and in a host whose ledger does
+  /// not tell.
+  virtual std::vector<LedgerRow> MovimentosDaPeca(std::string_view /*order*/, int /*roll*/) { return {}; }
   /// The percentage of a yarn in a fabric by a stored rule; throws InputError when the rule does not exist or cannot
   /// be worked out for this fabric.
   virtual double CalculaPercRegra(std::string_view rule, std::string_view fabric) = 0;

@@ -4,6 +4,7 @@
 #include "app/services/audit_log.h"
 #include "app/services/key_condition.h"
 #include "app/services/percentage_rules.h"
+#include "app/services/stock.h"
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/text.h"
@@ -71,6 +72,10 @@ std::optional<host::LogMark> GeneralServices::UltimoLog(std::string_view subject
 std::vector<host::LogRow> GeneralServices::UltimosLogs(std::string_view subject, std::string_view key,
                                                        std::size_t count) {
   return LatestLogs(parts_.database, subject, key, count);
+}
+
+std::vector<host::LedgerRow> GeneralServices::MovimentosDaPeca(std::string_view order, int roll) {
+  return MovementsOfRoll(parts_.database, order, roll);
 }
 
 double GeneralServices::CalculaPercRegra(std::string_view rule, std::string_view fabric) {

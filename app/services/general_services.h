@@ -66,6 +66,7 @@ class GeneralServices : public host::Funcoes {
                const host::Component* object) override;
   std::optional<host::LogMark> UltimoLog(std::string_view subject, std::string_view key) override;
   std::vector<host::LogRow> UltimosLogs(std::string_view subject, std::string_view key, std::size_t count) override;
+  std::vector<host::LedgerRow> MovimentosDaPeca(std::string_view order, int roll) override;
   double CalculaPercRegra(std::string_view rule, std::string_view fabric) override;
 
   std::string InputBoxData(std::string_view caption, std::string_view prompt) override;

@@ -21,7 +21,7 @@ constexpr std::string_view kMoveSql = R"(EXECUTE BLOCK (
   P_LOCAL VARCHAR(200) = ?, P_DOCUMENTO VARCHAR(60) = ?, P_TIPO_DOC VARCHAR(60) = ?, P_CLIENTE VARCHAR(60) = ?,
   P_MAQUINA VARCHAR(60) = ?, P_FUNCIONARIO VARCHAR(60) = ?, P_DATA DATE = ?, P_USUARIO VARCHAR(100) = ?,
   P_BAIXADO VARCHAR(60) = ?, P_ATIVO VARCHAR(60) = ?, P_COMPLEMENTO VARCHAR(200) = ?, P_TIPO_MOV VARCHAR(60) = ?,
-  P_MUDA_SALDO INTEGER = ?, P_GRAVA_MOVIMENTO INTEGER = ?)
+  P_ORDEM INTEGER = ?, P_ESTORNO VARCHAR(1) = ?, P_MUDA_SALDO INTEGER = ?, P_GRAVA_MOVIMENTO INTEGER = ?)
 RETURNS (FEITO INTEGER, SALDO DOUBLE PRECISION) AS
 DECLARE DIFERENCA DOUBLE PRECISION;
 BEGIN
@@ -52,12 +52,17 @@ BEGIN
   END
   IF (P_GRAVA_MOVIMENTO = 1 AND FEITO = 1) THEN
     INSERT INTO {MAT_MOV} (CODIGO, COR, LOTE, DEPOSITO, DOCUMENTO, TIPO_DOC, CLIENTE, MAQUINA, FUNCIONARIO, DATA,
-      QTDE, SAIDA, USUARIO, PRECO, CUSTO, LOCAL, BAIXADO, ATIVO, COMPLEMENTO, TIPO_MOV)
+      QTDE, SAIDA, USUARIO, PRECO, CUSTO, LOCAL, BAIXADO, ATIVO, COMPLEMENTO, TIPO_MOV, ORDEM,
+      ESTORNO)
     VALUES (:P_CODIGO, :P_COR, :P_LOTE, :P_DEPOSITO, :P_DOCUMENTO, :P_TIPO_DOC, :P_CLIENTE, :P_MAQUINA,
       :P_FUNCIONARIO, :P_DATA, :P_QTDE, :P_SAIDA, :P_USUARIO, :P_PRECO, :P_CUSTO, :P_LOCAL, :P_BAIXADO, :P_ATIVO,
-      :P_COMPLEMENTO, :P_TIPO_MOV);
+      :P_COMPLEMENTO, :P_TIPO_MOV, :P_ORDEM, :P_ESTORNO);
   SUSPEND;
 END)";
+
+constexpr std::string_view kOfRollSql = R"(
+SELECT TIPO_MOV, CODIGO, COR, LOTE, DEPOSITO, QTDE, SAIDA, PRECO, ESTORNO, MOMENTO FROM {MAT_MOV}
+WHERE DOCUMENTO = ? AND ORDEM = ? AND TIPO_DOC = 'BT' ORDER BY ID)";
 
 constexpr std::int64_t kUniqueKeyViolation = 335544665;
 
@@ -123,6 +128,8 @@ void StockMovement::MovimentaEstoqueMaterial(bool update_balance, bool write_mov
                                            Ativo,
                                            Complemento,
                                            TipoMovimento,
+                                           Ordem,
+                                           Estorno ? "S" : "N",
                                            update_balance ? 1 : 0,
                                            write_movement ? 1 : 0};
   std::unique_ptr<host::TTIQuery> result;
@@ -136,6 +143,27 @@ void StockMovement::MovimentaEstoqueMaterial(bool update_balance, bool write_mov
   if (result->FieldByName("FEITO").AsInteger() == 0) {
     Refuse("Saldo de estoque insuficiente", result->FieldByName("SALDO").AsFloat());
   }
+}
+
+std::vector<host::LedgerRow> MovementsOfRoll(firebird::Database& database, std::string_view order, int roll) {
+  // Movements of no roll have the number 0, whatever their document.
+  if (roll <= 0) return {};
+  const auto rows = database.Query(kOfRollSql, {order, roll});
+  std::vector<host::LedgerRow> movements;
+  for (; !rows->Eof(); rows->Next()) {
+    movements.push_back(
+        {.movement_type = rows->FieldByName("TIPO_MOV").AsText(),
+         .material = rows->FieldByName("CODIGO").AsText(),
+         .colour = rows->FieldByName("COR").AsText(),
+         .lot = rows->FieldByName("LOTE").AsText(),
+         .deposit = rows->FieldByName("DEPOSITO").AsText(),
+         .quantity = rows->FieldByName("QTDE").AsFloat(),
+         .out = rows->FieldByName("SAIDA").AsText() == "S",
+         .price = rows->FieldByName("PRECO").AsFloat(),
+         .undoes = rows->FieldByName("ESTORNO").AsText() == "S",
+         .moment = host::DateTime::FromIso(rows->FieldByName("MOMENTO").AsText()).value_or(host::DateTime())});
+  }
+  return movements;
 }
 
 }  // namespace app::services

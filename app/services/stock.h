@@ -2,6 +2,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "app/firebird/database.h"
 #include "host/estoque.h"
@@ -24,5 +26,8 @@ class StockMovement : public host::TEstoque {
 
   firebird::Database& database_;
 };
+
+/// See host::Funcoes::MovimentosDaPeca. Throws host::DatabaseError.
+std::vector<host::LedgerRow> MovementsOfRoll(firebird::Database& database, std::string_view order, int roll);
 
 }  // namespace app::services

@@ -209,6 +209,8 @@ AND ((TINTUR_ITEN.SITUACAO IS NULL) OR (TINTUR_ITEN.SITUACAO <> 'B')))"},
       {"movements of a lot",
        "SELECT SUM(QTDE) FROM {MAT_MOV} WHERE CODIGO = 'F0006' AND COR = '0' AND DEPOSITO = '11' AND LOTE = 'L'"},
       {"movements of an order", "SELECT COUNT(*) FROM {MAT_MOV} WHERE DOCUMENTO = '000001'"},
+      {"movements of a roll",
+       "SELECT QTDE FROM {MAT_MOV} WHERE DOCUMENTO = '000001' AND ORDEM = 3 AND TIPO_DOC = 'BT' ORDER BY ID"},
   };
   return kLookUps;
 }

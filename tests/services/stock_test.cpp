@@ -21,6 +21,8 @@ struct Move {
   bool out = false;
   double price = 0;
   std::string place = {};
+  int roll = 0;
+  bool undoes = false;
 };
 
 void Fill(host::TEstoque& movement, const Move& move) {
@@ -30,6 +32,8 @@ void Fill(host::TEstoque& movement, const Move& move) {
   movement.Deposito = "D1";
   movement.Documento = "000001";
   movement.TipoDocumento = "BT";
+  movement.Ordem = move.roll;
+  movement.Estorno = move.undoes;
   movement.Cliente = "M00001";
   movement.Maquina = "MQ1";
   movement.Funcionario = "P1";
@@ -106,6 +110,46 @@ TEST_F(Stock, TheLedgerKeepsEverythingItWasGiven) {
   EXPECT_EQ(text("ATIVO"), "1");
   EXPECT_EQ(text("COMPLEMENTO"), "");
   EXPECT_NE(text("TIPO_MOV"), "");
+  EXPECT_EQ(text("ORDEM"), "0");
+  EXPECT_EQ(text("ESTORNO"), "N");
+}
+
+TEST_F(Stock, AMovementNamesItsRollAndWhatItTakesBack) {
+  Run({.quantity = 20.5, .price = 12.25, .roll = 3});
+  Run({.quantity = 4, .roll = 12});
+  Run({.quantity = 20.5, .out = true, .price = 12.25, .roll = 3, .undoes = true});
+  const auto rows = mill_.App().GetFuncoes().MovimentosDaPeca("000001", 3);
+  ASSERT_EQ(rows.size(), 2u);
+  const auto movement = mill_.App().NewEstoque();
+  EXPECT_EQ(rows[0].movement_type, movement->CodigoTipoMovEstoque(host::kMovementInbound));
+  EXPECT_EQ(rows[0].material, "Y1");
+  EXPECT_EQ(rows[0].colour, "CR");
+  EXPECT_EQ(rows[0].lot, "L9");
+  EXPECT_EQ(rows[0].deposit, "D1");
+  EXPECT_DOUBLE_EQ(rows[0].quantity, 20.5);
+  EXPECT_DOUBLE_EQ(rows[0].price, 12.25);
+  EXPECT_FALSE(rows[0].out);
+  EXPECT_FALSE(rows[0].undoes);
+  EXPECT_EQ(rows[1].movement_type, movement->CodigoTipoMovEstoque(host::kMovementOutbound));
+  EXPECT_TRUE(rows[1].out);
+  EXPECT_TRUE(rows[1].undoes);
+  const std::string written = mill_.Scalar("SELECT CAST(MIN(MOMENTO) AS VARCHAR(30)) FROM {MAT_MOV}").AsText();
+  EXPECT_EQ(rows[0].moment.ToIso(), written.substr(0, 19));
+}
+
+TEST_F(Stock, ARollWithoutMovementsHasNone) {
+  host::Funcoes& services = mill_.App().GetFuncoes();
+  Run({.quantity = 5});
+  // Before movements named their roll, and another kind of document of the same number.
+  mill_.Exec(
+      "INSERT INTO {MAT_MOV} (CODIGO, COR, LOTE, DEPOSITO, DOCUMENTO, TIPO_DOC, QTDE, SAIDA) "
+      "VALUES ('Y1', 'CR', 'L9', 'D1', '000001', 'BT', 7, 'N')");
+  mill_.Exec(
+      "INSERT INTO {MAT_MOV} (CODIGO, COR, LOTE, DEPOSITO, DOCUMENTO, TIPO_DOC, QTDE, SAIDA, ORDEM) "
+      "VALUES ('Y1', 'CR', 'L9', 'D1', '000001', 'NF', 7, 'N', 3)");
+  EXPECT_TRUE(services.MovimentosDaPeca("000001", 3).empty());
+  EXPECT_TRUE(services.MovimentosDaPeca("000001", 0).empty());
+  EXPECT_TRUE(services.MovimentosDaPeca("", 1).empty());
 }
 
 TEST_F(Stock, EntriesAverageThePriceAndIssuesLeaveIt) {
