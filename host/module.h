@@ -11,7 +11,7 @@ class Host;
 class Screen;
 
 /// Raised with every change that an older host or module would not survive.
-inline constexpr std::uint32_t kContractVersion = 3;
+inline constexpr std::uint32_t kContractVersion = 4;
 
 struct ScreenClass {
   const char* class_name;  // "TfmCadLoteTec"
