@@ -1,5 +1,7 @@
 #include "app/admin/list_screen.h"
 
+#include <utility>
+
 #include "host/restored.h"
 
 namespace app::admin {
@@ -53,10 +55,10 @@ void ListScreen::Changed() {
 }
 
 void ListScreen::Reload() {
-  const std::unique_ptr<host::TTIQuery> rows = ReadList();
+  std::unique_ptr<host::TTIQuery> rows = ReadList();
   {
     const host::Restored<bool> filling(filling_, true);
-    parts_->list.LoadFrom(*rows);
+    parts_->list.LoadFrom(std::move(rows));
     LocateRecord();
   }
   Show();
