@@ -7,6 +7,7 @@
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/kit/busy.h"
+#include "host/kit/described_code.h"
 #include "host/text.h"
 #include "weaving/audit.h"
 #include "weaving/yarn_colour.h"
@@ -73,8 +74,7 @@ void TFmCadComposi::WireInputs() {
 
   edtCodCliente.OnExit = [this] { edtCodClienteExit(); };
   edtCodCliente.OnChange = [this] { edtCodClienteChange(); };
-  edtCodCliente.Lookup = &PqCliente;
-  PqCliente.OnFechaPesquisa = [this] { edtCodCliente.SetText(PqCliente.RetornoPesquisa("CODCLI").AsText()); };
+  host::ServeInput(edtCodCliente, PqCliente);
 
   const std::array<host::Edit*, 8> header = {&EdtLargura, &EdtGramatura, &EdtDiametro,    &EdtFinura,
                                              &EdtKgRolo,  &EdtAgulhas,   &EdtDesperdicio, &EdtRPM};
@@ -303,20 +303,11 @@ void TFmCadComposi::EdtCodMatExit() {
 
 void TFmCadComposi::EdtCodMatChange() {
   grid_is_of_fabric_ = false;
-  const std::string& fabric = EdtCodMat.Text();
-  host::Funcoes& funcoes = Services();
-  LblCodMat.SetText(
-      fabric.empty()
-          ? std::string()
-          : funcoes.Busca_Valor("MATERIAL", "CODIGO", "DESCRICAO", funcoes.Aspas(fabric), true, true).AsText());
+  host::ShowDescription(EdtCodMat, LblCodMat, {"MATERIAL", "CODIGO", "DESCRICAO"});
 }
 
 void TFmCadComposi::edtCodClienteChange() {
-  const std::string& client = edtCodCliente.Text();
-  host::Funcoes& funcoes = Services();
-  LblCodCliente.SetText(
-      client.empty() ? std::string()
-                     : funcoes.Busca_Valor("ENTIDADE", "CODCLI", "NOME", funcoes.Aspas(client), true, true).AsText());
+  host::ShowDescription(edtCodCliente, LblCodCliente, {"ENTIDADE", "CODCLI", "NOME"});
 }
 
 void TFmCadComposi::edtCodClienteExit() {

@@ -238,7 +238,6 @@ class TfmCadLoteTec : public host::Screen {
   void WirePaper();
   void ProposePeriod();
   void TakeNumberOfList();
-  void Serve(host::Edit& input, host::TPesquisa& lookup);
   void ShowDescription(const host::Edit& code, host::Label& label, std::string_view table, std::string_view key,
                        std::string_view column);
   void RequireKnown(host::Edit& code, std::string_view table, std::string_view key, std::string_view message);

@@ -1,6 +1,7 @@
 // The inputs of the order screen: what happens while a code is typed, when an input is left, and in its lookup.
 #include "host/errors.h"
 #include "host/kit/busy.h"
+#include "host/kit/described_code.h"
 #include "orders/cad_lote_tec.h"
 #include "weaving/hold.h"
 
@@ -24,12 +25,12 @@ void TfmCadLoteTec::WireInputs() {
     };
   }
 
-  Serve(EdtNumero, PqNumero);
-  Serve(EdtMalharia, PqMalharia);
-  Serve(EdtPrazo, PqPrazo);
-  Serve(EdtMaquina, PqMaquina);
-  Serve(EdtFluxo, PqFluxo);
-  Serve(EdtDeposito, PqDeposito);
+  host::ServeInput(EdtNumero, PqNumero);
+  host::ServeInput(EdtMalharia, PqMalharia);
+  host::ServeInput(EdtPrazo, PqPrazo);
+  host::ServeInput(EdtMaquina, PqMaquina);
+  host::ServeInput(EdtFluxo, PqFluxo);
+  host::ServeInput(EdtDeposito, PqDeposito);
   PqNumero.OnFechaPesquisa = [this] {
     EdtNumero.SetText(PqNumero.RetornoPesquisa("NUMERO").AsText());
     // The order is loaded when the person leaves the number. Without the focus there, a save would put the items of
@@ -46,19 +47,9 @@ void TfmCadLoteTec::WireInputs() {
   };
 }
 
-void TfmCadLoteTec::Serve(host::Edit& input, host::TPesquisa& lookup) {
-  input.Lookup = &lookup;
-  lookup.OnFechaPesquisa = [&input, &lookup] { input.SetText(lookup.RetornoPesquisa(lookup.KeyColumn()).AsText()); };
-}
-
 void TfmCadLoteTec::ShowDescription(const host::Edit& code, host::Label& label, std::string_view table,
                                     std::string_view key, std::string_view column) {
-  if (quiet_ > 0) return;
-  std::string description;
-  if (!code.Text().empty()) {
-    description = funcoes_.Busca_Valor(table, key, column, funcoes_.Aspas(code.Text()), true, true).AsText();
-  }
-  label.SetText(description);
+  if (quiet_ == 0) host::ShowDescription(code, label, {table, key, column});
 }
 
 void TfmCadLoteTec::EdtNumeroExit() {

@@ -1,5 +1,6 @@
 // The order search of the order screen, and the way from its list to an order.
 #include "host/kit/busy.h"
+#include "host/kit/described_code.h"
 #include "orders/cad_lote_tec.h"
 
 namespace orders {
@@ -21,12 +22,12 @@ void TfmCadLoteTec::WireSearch() {
   EdtAMaterial.OnChange = [this] { ShowDescription(EdtAMaterial, LblAMaterial, "MATERIAL", "CODIGO", "DESCRICAO"); };
   EdtAFluxo.OnChange = [this] { ShowDescription(EdtAFluxo, LblAFluxo, "FLUXOTIN", "CODIGO", "DESCRICAO"); };
   EdtACor.OnChange = [this] { ShowDescription(EdtACor, LblACor, "CADCOR", "COR", "DESCRICAO"); };
-  Serve(EdtAMalharia, PqAMalharia);
-  Serve(EdtAPrazo, PqAPrazo);
-  Serve(EdtAMaquina, PqAMaquina);
-  Serve(EdtAMaterial, PqAMaterial);
-  Serve(EdtAFluxo, PqAFluxo);
-  Serve(EdtACor, PqACor);
+  host::ServeInput(EdtAMalharia, PqAMalharia);
+  host::ServeInput(EdtAPrazo, PqAPrazo);
+  host::ServeInput(EdtAMaquina, PqAMaquina);
+  host::ServeInput(EdtAMaterial, PqAMaterial);
+  host::ServeInput(EdtAFluxo, PqAFluxo);
+  host::ServeInput(EdtACor, PqACor);
   DBGrid1.SetReadOnly(true);
   DBGrid1.OnDblClick = [this] { DBGrid1DblClick(); };
   // Without a mouse the row under the cursor opens by Enter.

@@ -7,9 +7,18 @@
 #include "host/text.h"
 
 namespace host {
+namespace {
+
+std::vector<std::string> Columns(std::string_view joined) {
+  std::vector<std::string> columns;
+  for (const std::string& column : SplitOutsideQuotes(joined, ';')) columns.push_back(Trim(column));
+  return columns;
+}
+
+}  // namespace
 
 TPesquisa::TPesquisa(Screen& owner, std::string name, std::string table, std::string key)
-    : Component(owner, std::move(name)), table_(std::move(table)), key_(std::move(key)) {}
+    : Component(owner, std::move(name)), table_(std::move(table)), keys_(Columns(key)) {}
 
 void TPesquisa::Open() {
   ScreenSite* site = Owner().Site();

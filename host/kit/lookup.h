@@ -17,10 +17,15 @@ using LookupRow = std::map<std::string, Value>;
 class TPesquisa : public Component {
  public:
   /// `table` is a logical name and `key` its key column; both may stay while `SetStatement` gives a whole statement.
+  /// Where only several columns together name a row they are joined by ";" ("CODIGO;CODCLI;COR"): rows are offered in
+  /// their order.
   TPesquisa(Screen& owner, std::string name, std::string table, std::string key);
 
   const std::string& Table() const { return table_; }
-  const std::string& KeyColumn() const { return key_; }
+  /// The first of the key columns: what stands in the input that the lookup serves, and what rows are searched by.
+  const std::string& KeyColumn() const { return keys_.front(); }
+  /// At least one.
+  const std::vector<std::string>& KeyColumns() const { return keys_; }
   /// A condition over the table's columns; empty for none.
   const std::string& FilterText() const { return filter_; }
   void SetFilter(std::string_view condition) { filter_ = condition; }
@@ -38,7 +43,7 @@ class TPesquisa : public Component {
 
  private:
   std::string table_;
-  std::string key_;
+  std::vector<std::string> keys_;
   std::string filter_;
   std::string statement_;
   LookupRow row_;
