@@ -63,6 +63,9 @@ class Application : public host::Host {
   virtual std::vector<MenuScreen> MenuScreens() = 0;
   /// The module's reports, by name; they live as long as the module is loaded.
   virtual std::span<const host::ListedReport> Reports() const { return {}; }
+  /// The person does not hold the right that the button names. Asked between two acts, by whoever shows the button;
+  /// false when the database cannot be asked, because a press will find that out by itself.
+  virtual bool Lacks(const host::Button& /*button*/) { return false; }
   /// Sets an installation parameter; seen by the screens at once. Throws host::DatabaseError, nothing is changed then.
   virtual void WriteParameter(std::string_view group, int number, std::string_view value) = 0;
   /// What was printed since the last call.

@@ -1,6 +1,7 @@
 // Whoever sits before the program: a window, a script, a test.
 #pragma once
 
+#include <cstddef>
 #include <exception>
 #include <functional>
 #include <optional>
@@ -27,8 +28,14 @@ struct FileQuestion {
   std::string proposed;  // name; empty for none
 };
 
+/// Why a box cannot take this text (host::Dialogs::InputBox), as one sentence; nothing when it can.
+std::optional<std::string> AnswerObjection(std::size_t longest, std::string_view text);
+
 class Person : public host::Dialogs {
  public:
+  /// The file that AskFile names.
+  std::optional<host::ChosenFile> ChooseFile(std::string_view title, std::string_view kinds,
+                                             std::size_t most_bytes) override;
   /// An error that nobody caught, told as one sentence.
   virtual void TellError(std::string_view title, const std::exception& error) = 0;
   /// Picks one of the rows that the lookup offers (whole, as LookupOffer::Find hands it back), or none.

@@ -74,7 +74,8 @@ class Funcoes {
   /// The installation parameter's text; empty when it was never set.
   virtual std::string BuscaParametro(std::string_view group, int number) = 0;
 
-  /// True when the current user holds the right on a screen class: "A" includes and alters, "E" deletes.
+  /// True when the current user holds the right on a screen class: "A" includes and alters, "E" deletes. Shows nothing
+  /// and writes no audit row: windows ask as well, for buttons that name the right they need.
   virtual bool Acessa(std::string_view screen_class, std::string_view operation, std::string_view option) = 0;
   /// Writes one audit row, with user and moment. `key` is the order number or other key; `object` may be null.
   virtual void GeraLog(std::string_view subject, std::string_view text, LogOperation operation, std::string_view key,

@@ -46,10 +46,15 @@ class WaitingDialogs : public host::Dialogs {
     database_.MakeDurable();
     return person_.Question(title, text);
   }
-  std::optional<std::string> InputBox(std::string_view title, std::string_view prompt,
-                                      std::string_view proposed) override {
+  std::optional<std::string> InputBox(std::string_view title, std::string_view prompt, std::string_view proposed,
+                                      std::size_t longest) override {
     database_.MakeDurable();
-    return person_.InputBox(title, prompt, proposed);
+    return person_.InputBox(title, prompt, proposed, longest);
+  }
+  std::optional<host::ChosenFile> ChooseFile(std::string_view title, std::string_view kinds,
+                                             std::size_t most_bytes) override {
+    database_.MakeDurable();
+    return person_.ChooseFile(title, kinds, most_bytes);
   }
 
  private:
@@ -113,6 +118,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   }
 
   std::span<const host::ListedReport> Reports() const override { return ReportsOf(module_); }
+  bool Lacks(const host::Button& button) override;
   std::vector<PrintJob> TakeJobs() override { return std::exchange(jobs_, {}); }
   std::string LayoutsFolder() const override { return layouts_folder_; }
 
@@ -206,6 +212,17 @@ std::vector<MenuScreen> ReferenceApplication::MenuScreens() {
     screens.push_back({std::string(own.class_name), std::string(own.menu), std::string(own.caption)});
   }
   return screens;
+}
+
+bool ReferenceApplication::Lacks(const host::Button& button) {
+  if (!button.Right) return false;
+  try {
+    const bool held = general_.Acessa(button.Owner().ClassName(), button.Right->operation, button.Right->option);
+    if (!desk_.InAction()) database_->MakeDurable();  // nothing stays open for the sake of a look
+    return !held;
+  } catch (const host::DatabaseError&) {
+    return false;
+  }
 }
 
 void ReferenceApplication::EndAction(host::DeskEnvironment::Outcome outcome) {

@@ -12,6 +12,8 @@ namespace {
 
 bool IsYes(std::string_view reply) { return host::SameName(reply, "yes") || host::SameName(reply, "sim"); }
 
+std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
 bool IsNo(std::string_view reply) {
   return host::SameName(reply, "no") || host::SameName(reply, "não") || host::SameName(reply, "nao");
 }
@@ -23,7 +25,19 @@ void ScriptedPerson::Answer(std::string_view containing, std::string_view reply)
 }
 
 void ScriptedPerson::Pick(std::string_view lookup, std::string_view key) {
-  picks_.push_back({std::string(lookup), std::string(key)});
+  picks_.push_back({std::string(lookup), Quoted(key), std::string(key), {}});
+}
+
+void ScriptedPerson::PickWhere(std::string_view lookup, const host::LookupRow& wanted) {
+  std::string shown;
+  for (const auto& [column, value] : wanted) {
+    shown += (shown.empty() ? "" : ", ") + column + ": " + (value.IsText() ? Quoted(value.AsText()) : value.AsText());
+  }
+  picks_.push_back({std::string(lookup), "{" + shown + "}", std::nullopt, wanted});
+}
+
+void ScriptedPerson::Choose(std::string_view title, std::optional<std::string> path) {
+  files_.push_back({std::string(title), std::move(path)});
 }
 
 void ScriptedPerson::OnModal(std::string_view screen, std::function<void(host::Screen&, host::Desk&)> act) {
@@ -40,7 +54,10 @@ std::vector<std::string> ScriptedPerson::Unused() const {
   std::vector<std::string> lines;
   for (const Prepared& answer : answers_)
     lines.push_back("resposta \"" + answer.reply + "\" a \"" + answer.what + "\"");
-  for (const Prepared& pick : picks_) lines.push_back("escolha \"" + pick.reply + "\" em " + pick.what);
+  for (const PreparedPick& pick : picks_) lines.push_back("escolha " + pick.shown + " em " + pick.lookup);
+  for (const PreparedFile& file : files_) {
+    lines.push_back("arquivo " + Quoted(file.path.value_or("")) + " a " + Quoted(file.title));
+  }
   for (const ModalPlan& plan : modals_) lines.push_back("tela " + plan.screen);
   for (const scale::ScaleSettings& scale : scales_) lines.push_back("configuração da balança em " + scale.port.port);
   return lines;
@@ -75,9 +92,14 @@ bool ScriptedPerson::Question(std::string_view title, std::string_view text) {
 }
 
 std::optional<std::string> ScriptedPerson::InputBox(std::string_view /*title*/, std::string_view prompt,
-                                                    std::string_view /*proposed*/) {
+                                                    std::string_view /*proposed*/, std::size_t longest) {
   auto reply = TakeAnswer(prompt);
-  if (!reply) unexpected_.push_back("entrada \"" + std::string(prompt) + "\"");
+  if (!reply) {
+    unexpected_.push_back("entrada " + Quoted(prompt));
+  } else if (const auto objection = AnswerObjection(longest, *reply)) {
+    errors_.push_back(*objection);
+    return std::nullopt;
+  }
   return reply;
 }
 
@@ -88,8 +110,17 @@ std::string ScriptedPerson::AskDate(std::string_view /*caption*/, std::string_vi
 }
 
 std::optional<std::string> ScriptedPerson::AskFile(const FileQuestion& question) {
+  const auto fits = [&question](const PreparedFile& file) {
+    return question.title.find(file.title) != std::string::npos;
+  };
+  const auto chosen = std::find_if(files_.begin(), files_.end(), fits);
+  if (chosen != files_.end()) {
+    auto path = std::move(chosen->path);
+    files_.erase(chosen);
+    return path;
+  }
   auto reply = TakeAnswer(question.title);
-  if (!reply) unexpected_.push_back("arquivo \"" + question.title + "\"");
+  if (!reply) unexpected_.push_back("arquivo " + Quoted(question.title));
   return reply;
 }
 
@@ -109,16 +140,16 @@ void ScriptedPerson::TellError(std::string_view title, const std::exception& err
 }
 
 std::optional<host::LookupRow> ScriptedPerson::PickRow(host::TPesquisa& lookup, LookupOffer& offer) {
-  const auto fits = [&lookup](const Prepared& pick) { return host::SameName(pick.what, lookup.Name()); };
+  const auto fits = [&lookup](const PreparedPick& pick) { return host::SameName(pick.lookup, lookup.Name()); };
   const auto found = std::find_if(picks_.begin(), picks_.end(), fits);
   if (found == picks_.end()) {
     unexpected_.push_back("pesquisa " + lookup.Name());
     return std::nullopt;
   }
-  const std::string key = std::move(found->reply);
+  const PreparedPick pick = std::move(*found);
   picks_.erase(found);
-  std::optional<host::LookupRow> picked = offer.Find(key);
-  if (!picked) unexpected_.push_back("pesquisa " + lookup.Name() + " sem \"" + key + "\"");
+  std::optional<host::LookupRow> picked = pick.key ? offer.Find(*pick.key) : offer.FindRow(pick.wanted);
+  if (!picked) unexpected_.push_back("pesquisa " + lookup.Name() + " sem " + pick.shown);
   return picked;
 }
 

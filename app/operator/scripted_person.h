@@ -24,8 +24,13 @@ class ScriptedPerson : public Person {
   /// What the person says to the next question, input box or date box whose text contains `containing`: "yes" or
   /// "no" (also "sim", "não"), or the text to type. Each answer serves once; the first that fits is taken.
   void Answer(std::string_view containing, std::string_view reply);
-  /// What the person picks when that lookup opens next: the row whose key column equals `key`.
+  /// What the person picks when that lookup opens next: the row whose (first) key column equals `key`, of several the
+  /// first in the order of the list.
   void Pick(std::string_view lookup, std::string_view key);
+  /// The same by any columns of the row; see LookupOffer::FindRow.
+  void PickWhere(std::string_view lookup, const host::LookupRow& wanted);
+  /// The file that the person names when next asked for one under a title that contains `title`; nothing: gives up.
+  void Choose(std::string_view title, std::optional<std::string> path);
   /// What the person does when that screen (class or component name) opens modally next. A screen still open
   /// afterwards is closed as by its window's close button.
   void OnModal(std::string_view screen, std::function<void(host::Screen&, host::Desk&)> act);
@@ -48,13 +53,14 @@ class ScriptedPerson : public Person {
 
   void Message(std::string_view title, std::string_view text, host::Icon icon) override;
   bool Question(std::string_view title, std::string_view text) override;
-  std::optional<std::string> InputBox(std::string_view title, std::string_view prompt,
-                                      std::string_view proposed) override;
+  /// An answer that the box refuses is given up, and the sentence is among the errors.
+  std::optional<std::string> InputBox(std::string_view title, std::string_view prompt, std::string_view proposed,
+                                      std::size_t longest = 0) override;
   void TellError(std::string_view title, const std::exception& error) override;
   std::optional<host::LookupRow> PickRow(host::TPesquisa& lookup, LookupOffer& offer) override;
   void ActOnModal(host::Screen& screen, host::Desk& desk) override;
   std::string AskDate(std::string_view caption, std::string_view prompt) override;
-  /// Answered by the question's title.
+  /// Answered by the question's title: by a file chosen, or else by an answer.
   std::optional<std::string> AskFile(const FileQuestion& question) override;
   bool SetUpScale(scale::ScaleSettings& settings) override;
 
@@ -62,6 +68,16 @@ class ScriptedPerson : public Person {
   struct Prepared {
     std::string what;
     std::string reply;
+  };
+  struct PreparedPick {
+    std::string lookup;
+    std::string shown;  // as it is told: "M1", {CODIGO: "M1", COR: "0"}
+    std::optional<std::string> key;
+    host::LookupRow wanted;
+  };
+  struct PreparedFile {
+    std::string title;
+    std::optional<std::string> path;
   };
   struct ModalPlan {
     std::string screen;
@@ -71,7 +87,8 @@ class ScriptedPerson : public Person {
   void Show(std::string_view title, std::string_view text, host::Icon icon);
 
   std::deque<Prepared> answers_;
-  std::deque<Prepared> picks_;
+  std::deque<PreparedPick> picks_;
+  std::deque<PreparedFile> files_;
   std::deque<ModalPlan> modals_;
   std::deque<scale::ScaleSettings> scales_;
   std::vector<Shown> messages_;

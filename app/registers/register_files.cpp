@@ -1,9 +1,8 @@
 // A register in and out of files.
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
-#include <sstream>
 
+#include "app/file_content.h"
 #include "app/mill/csv.h"
 #include "app/mill/export.h"
 #include "app/mill/import.h"
@@ -16,18 +15,6 @@ namespace {
 
 constexpr std::size_t kErrorsTold = 20;
 constexpr std::string_view kKind = "Arquivos CSV (*.csv)";
-
-std::filesystem::path PathOf(const std::string& text) {
-  return {std::u8string(text.begin(), text.end())};  // the program's text is UTF-8 on every system
-}
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream in(PathOf(path), std::ios::binary);
-  std::ostringstream text;
-  if (in) text << in.rdbuf();
-  if (!in) throw host::InputError("O arquivo \"" + path + "\" não pôde ser lido.");
-  return text.str();
-}
 
 void WriteFile(const std::string& path, const std::string& text) {
   std::ofstream out(PathOf(path), std::ios::binary | std::ios::trunc);

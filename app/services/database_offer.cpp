@@ -8,6 +8,8 @@
 #include "app/services/offered_columns.h"
 #include "app/services/storable_text.h"
 #include "app/tables/descriptions.h"
+#include "host/decimal.h"
+#include "host/errors.h"
 #include "host/text.h"
 
 namespace app::services {
@@ -38,12 +40,14 @@ class DatabaseOffer : public LookupOffer {
  public:
   DatabaseOffer(firebird::Database& database, const host::TPesquisa& lookup)
       : database_(database), key_(host::UpperAscii(lookup.KeyColumn())) {
+    for (const std::string& key : lookup.KeyColumns()) keys_.push_back(host::UpperAscii(key));
     if (lookup.Statement().empty()) {
       OfferTable(lookup);
     } else {
       OfferStatement(lookup);
     }
     for (const OfferedColumn& column : offered_.columns) columns_.push_back(column.shown);
+    PutInOrder();
   }
 
   const std::vector<OfferColumn>& Columns() const override { return columns_; }
@@ -58,8 +62,7 @@ class DatabaseOffer : public LookupOffer {
     }
     // The words come before the filter: they cost less than a filter that looks into another table for every row.
     const std::string condition = Both(wanted, filter_);
-    return Read("SELECT FIRST ? SKIP ? " + shown_ + " FROM " + source_ + Where(condition) + " ORDER BY " + key_ +
-                    (offered_.newest_first ? " DESCENDING" : ""),
+    return Read("SELECT FIRST ? SKIP ? " + shown_ + " FROM " + source_ + Where(condition) + " ORDER BY " + order_,
                 values);
   }
 
@@ -68,14 +71,27 @@ class DatabaseOffer : public LookupOffer {
     return First(KeyIs(), {key});
   }
 
+  std::optional<host::LookupRow> FindRow(const host::LookupRow& wanted) override {
+    std::string condition;
+    Values values;
+    for (const auto& [name, value] : wanted) {
+      const auto term = TermOf(ColumnOf(name), value);
+      if (!term) return std::nullopt;
+      condition = Both(condition, term->condition);
+      values.insert(values.end(), term->values.begin(), term->values.end());
+    }
+    return First(condition, values);
+  }
+
   std::optional<host::LookupRow> Whole(const host::LookupRow& shown) override {
     const auto key = shown.find(key_);
     if (key == shown.end()) return std::nullopt;
+    if (const auto primary_key = PrimaryKeyOf(shown)) return FindRow(*primary_key);
     std::string condition = KeyIs();
     Values values = {key->second};
     for (const OfferedColumn& column : offered_.columns) {
       const auto value = shown.find(column.shown.name);
-      const bool told_apart = column.text && column.shown.name != key_ && value != shown.end() &&
+      const bool told_apart = column.kind == StoredKind::kText && column.shown.name != key_ && value != shown.end() &&
                               host::Length(value->second.AsText()) <= kLongestText;
       if (!told_apart) continue;
       condition += " AND " + Expression(column) + " IS NOT DISTINCT FROM " + std::string(kText);
@@ -101,6 +117,46 @@ class DatabaseOffer : public LookupOffer {
       if (!name.empty()) whole_ += ", " + Expression(column) + name;
     }
     if (shown_.empty()) shown_ = "*";  // there is no such table, which the engine will say
+    // A row that was shown is found again by these, whether a person sees them or not.
+    for (const std::string& key : offered_.primary_key) {
+      if (!IsShown(key)) shown_ += ", " + key;
+    }
+  }
+
+  bool IsShown(const std::string& name) const {
+    return std::any_of(offered_.columns.begin(), offered_.columns.end(),
+                       [&](const OfferedColumn& column) { return column.shown.name == name; });
+  }
+
+  // Rows of one key come in the order of the table's primary key, or a page could repeat rows of the page before and
+  // leave others out. What has no primary key is told apart by all that is shown of it.
+  void PutInOrder() {
+    std::vector<std::string> by;
+    const auto add = [&by](const std::string& column) {
+      if (std::find(by.begin(), by.end(), column) == by.end()) by.push_back(column);
+    };
+    for (const std::string& key : keys_) add(key);
+    for (const std::string& key : offered_.primary_key) add(key);
+    if (offered_.primary_key.empty()) {
+      for (const OfferedColumn& column : offered_.columns) add(column.shown.name);
+    }
+    for (const std::string& column : by) {
+      order_ += (order_.empty() ? "" : ", ") + column;
+      if (column == key_ && offered_.newest_first) order_ += " DESCENDING";
+    }
+    one_row_per_key_ = by.size() == 1;
+  }
+
+  /// Nothing when the table has none, or the row does not hold all of it.
+  std::optional<host::LookupRow> PrimaryKeyOf(const host::LookupRow& shown) const {
+    host::LookupRow key;
+    for (const std::string& column : offered_.primary_key) {
+      const auto value = shown.find(column);
+      if (value == shown.end()) return std::nullopt;
+      key.insert(*value);
+    }
+    if (key.empty()) return std::nullopt;
+    return key;
   }
 
   // Only a row tells of what kind a statement's columns are.
@@ -114,7 +170,7 @@ class DatabaseOffer : public LookupOffer {
       const std::string_view caption = tables::CaptionOf(lookup.Table(), column.shown.name);
       column.shown.caption = caption.empty() ? column.shown.name : caption;
       const host::Value& value = query->FieldByName(column.shown.name);
-      column.text = value.IsNull() || value.IsText();
+      column.kind = value.IsNumber() ? StoredKind::kNumber : value.IsDate() ? StoredKind::kDate : StoredKind::kText;
       if (value.IsNumber()) {
         column.shown.align = host::Align::kRight;
         column.shown.format = "0.######";
@@ -133,15 +189,54 @@ class DatabaseOffer : public LookupOffer {
     std::string condition;
     for (std::size_t i = 0; i < offered_.columns.size() && i < kSearched; ++i) {
       const OfferedColumn& column = offered_.columns[i];
-      const std::string plain = column.text && of_table_ ? Expression(column) : AsText(Expression(column));
+      const std::string plain =
+          column.kind == StoredKind::kText && of_table_ ? Expression(column) : AsText(Expression(column));
       condition += (i == 0 ? "" : " OR ") + plain + " COLLATE WIN_PTBR CONTAINING " + std::string(kText);
     }
     return condition;
   }
 
   std::string KeyIs() const {
-    const bool text = offered_.columns.empty() || offered_.columns.front().text;
+    const bool text = offered_.columns.empty() || offered_.columns.front().kind == StoredKind::kText;
     return (text ? key_ : AsText(key_)) + " = " + std::string(kText);
+  }
+
+  /// A column that rows can be found by: one that is shown, or any other of the table.
+  OfferedColumn ColumnOf(const std::string& column) const {
+    const std::string name = host::UpperAscii(column);
+    for (const OfferedColumn& each : offered_.columns) {
+      if (each.shown.name == name) return each;
+    }
+    for (const StoredColumn& each : offered_.stored) {
+      if (each.name == name) return {{.name = name, .caption = name}, {}, each.kind};
+    }
+    throw host::InputError("A pesquisa não tem a coluna \"" + column + "\".");
+  }
+
+  struct Term {
+    std::string condition;
+    Values values;
+  };
+
+  /// The column holds this value; nothing for a value that no row can have there.
+  static std::optional<Term> TermOf(const OfferedColumn& column, const host::Value& value) {
+    const std::string expression = Expression(column);
+    const std::string text = value.AsText();
+    if (column.kind == StoredKind::kText) {
+      if (!CanStandInARow(text)) return std::nullopt;
+      if (text.empty()) return Term{"(" + expression + " IS NULL OR " + expression + " = '')", {}};
+      return Term{expression + " = " + std::string(kText), {text}};
+    }
+    if (host::Trim(text).empty()) return Term{expression + " IS NULL", {}};
+    if (column.kind == StoredKind::kNumber) {
+      const auto number = value.IsNumber() ? value.AsFloat() : host::ParseTyped(text);
+      if (!number) return std::nullopt;
+      return Term{expression + " = CAST(? AS DOUBLE PRECISION)", {*number}};
+    }
+    const auto iso = host::Date::FromIso(text);
+    const auto date = iso ? iso : host::Date::FromDisplay(text);
+    if (!date) return std::nullopt;
+    return Term{expression + " = CAST(? AS DATE)", {*date}};
   }
 
   static std::string AsText(const std::string& expression) {
@@ -151,7 +246,8 @@ class DatabaseOffer : public LookupOffer {
   static std::string Where(const std::string& condition) { return condition.empty() ? "" : " WHERE " + condition; }
 
   std::optional<host::LookupRow> First(const std::string& condition, const Values& values) {
-    auto rows = Read("SELECT FIRST 1 " + whole_ + " FROM " + source_ + Where(Both(condition, filter_)), values);
+    const std::string order = one_row_per_key_ ? "" : " ORDER BY " + order_;
+    auto rows = Read("SELECT FIRST 1 " + whole_ + " FROM " + source_ + Where(Both(condition, filter_)) + order, values);
     if (rows.empty()) return std::nullopt;
     return std::move(rows.front());
   }
@@ -169,13 +265,16 @@ class DatabaseOffer : public LookupOffer {
   }
 
   firebird::Database& database_;
-  std::string key_;
+  std::string key_;  // the first of the keys
+  std::vector<std::string> keys_;
   OfferedTable offered_;
   std::vector<OfferColumn> columns_;
   std::string source_;  // table, or statement in brackets
   bool of_table_ = false;
   std::string filter_;  // in brackets; empty for none
-  std::string shown_;   // select lists
+  std::string order_;   // columns of ORDER BY
+  bool one_row_per_key_ = false;
+  std::string shown_;  // select lists
   std::string whole_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <utility>
 
 #include "app/tables/descriptions.h"
@@ -23,7 +24,7 @@ struct Described {
   std::string_view format = kNumberFormat;  // of a number
 };
 
-// Documents and lots: what is no register.
+// Documents, lots and prices: what is no register.
 struct Description {
   std::string_view table;
   std::vector<Described> columns;
@@ -60,58 +61,76 @@ const std::vector<Description>& Descriptions() {
         {"DT_EMISSAO", "Emissão", 11},
         {"ENTREGA", "Entrega", 11}},
        true},
+      {"CADCORTI",
+       {{"CODIGO", "Material", 12},
+        {"DESC_MATERIAL", "Descrição do material", 28,
+         "(SELECT MAT.DESCRICAO FROM {MATERIAL} MAT WHERE MAT.CODIGO = {CADCORTI}.CODIGO)"},
+        {"CODCLI", "Fornecedor", 8},
+        {"NOME_FORNECEDOR", "Nome do fornecedor", 28,
+         "(SELECT ENT.NOME FROM {ENTIDADE} ENT WHERE ENT.CODCLI = {CADCORTI}.CODCLI)"},
+        {"COR", "Cor", 6},
+        {"CUSTO", "Custo", 10, {}, "0.00##"},
+        {"OBS", "Observação", 30}},
+       false},
   };
   return descriptions;
 }
 
-enum class Kind { kText, kNumber, kDate };
-
-struct Stored {
-  std::string name;
-  Kind kind;
-  int width;  // characters, of text
-};
-
 // What a record is called stands right behind its key. 261 is the engine's kind "text of any length".
 constexpr std::string_view kStoredSql = R"(SELECT TRIM(RF.RDB$FIELD_NAME) AS NOME, F.RDB$FIELD_TYPE AS TIPO,
-  COALESCE(F.RDB$CHARACTER_LENGTH, 0) AS LARGURA
+  COALESCE(F.RDB$CHARACTER_LENGTH, 0) AS LARGURA,
+  (SELECT S.RDB$FIELD_POSITION FROM RDB$RELATION_CONSTRAINTS C
+   INNER JOIN RDB$INDEX_SEGMENTS S ON S.RDB$INDEX_NAME = C.RDB$INDEX_NAME
+   WHERE C.RDB$RELATION_NAME = RF.RDB$RELATION_NAME AND C.RDB$CONSTRAINT_TYPE = 'PRIMARY KEY'
+     AND S.RDB$FIELD_NAME = RF.RDB$FIELD_NAME) AS NA_CHAVE
 FROM RDB$RELATION_FIELDS RF
 INNER JOIN RDB$FIELDS F ON F.RDB$FIELD_NAME = RF.RDB$FIELD_SOURCE
 WHERE RF.RDB$RELATION_NAME = ? AND F.RDB$FIELD_TYPE <> 261
 ORDER BY CASE RF.RDB$FIELD_NAME WHEN CAST(? AS VARCHAR(31)) THEN 0 WHEN 'DESCRICAO' THEN 1 WHEN 'NOME' THEN 1 ELSE 2 END,
   RF.RDB$FIELD_POSITION)";
 
-Kind KindOf(std::int64_t engine_type) {
+StoredKind KindOf(std::int64_t engine_type) {
   switch (engine_type) {
     case 14:
     case 37:
-      return Kind::kText;
+      return StoredKind::kText;
     case 12:
     case 13:
     case 35:
-      return Kind::kDate;
+      return StoredKind::kDate;
     default:
-      return Kind::kNumber;
+      return StoredKind::kNumber;
   }
 }
 
-std::vector<Stored> StoredColumns(firebird::Database& database, std::string_view table, const std::string& key) {
-  std::vector<Stored> stored;
+/// What the database knows of a table's columns, in the order in which they help to choose a row.
+struct Structure {
+  std::vector<StoredColumn> columns;
+  std::vector<std::string> primary_key;
+};
+
+Structure StructureOf(firebird::Database& database, std::string_view table, const std::string& key) {
+  Structure structure;
+  std::map<std::int64_t, std::string> primary;
   const auto rows = database.Query(kStoredSql, {database.PhysicalName(table), key});
   for (; !rows->Eof(); rows->Next()) {
-    stored.push_back({rows->FieldByName("NOME").AsText(), KindOf(rows->FieldByName("TIPO").AsInteger()),
-                      static_cast<int>(rows->FieldByName("LARGURA").AsInteger())});
+    const std::string name = rows->FieldByName("NOME").AsText();
+    structure.columns.push_back({name, KindOf(rows->FieldByName("TIPO").AsInteger()),
+                                 static_cast<int>(rows->FieldByName("LARGURA").AsInteger())});
+    const host::Value& place = rows->FieldByName("NA_CHAVE");
+    if (!place.IsNull()) primary[place.AsInteger()] = name;
   }
-  return stored;
+  for (auto& [place, name] : primary) structure.primary_key.push_back(std::move(name));
+  return structure;
 }
 
-OfferedColumn Column(const Stored& stored) {
+OfferedColumn Column(const StoredColumn& stored) {
   OfferedColumn column;
   column.shown.name = stored.name;
   column.shown.caption = stored.name;
-  column.shown.width = stored.kind == Kind::kText ? std::min(stored.width, kWidest) : kNumberWidth;
-  column.text = stored.kind == Kind::kText;
-  if (stored.kind == Kind::kNumber) {
+  column.shown.width = stored.kind == StoredKind::kText ? std::min(stored.width, kWidest) : kNumberWidth;
+  column.kind = stored.kind;
+  if (stored.kind == StoredKind::kNumber) {
     column.shown.align = host::Align::kRight;
     column.shown.format = kNumberFormat;
   }
@@ -119,9 +138,10 @@ OfferedColumn Column(const Stored& stored) {
 }
 
 // Adds the column as the table stores it, under this caption; nothing when the table has no such column.
-OfferedColumn* AddStored(std::vector<OfferedColumn>& columns, const std::vector<Stored>& stored, std::string_view name,
-                         std::string_view caption, int width) {
-  const auto found = std::find_if(stored.begin(), stored.end(), [&](const Stored& each) { return each.name == name; });
+OfferedColumn* AddStored(std::vector<OfferedColumn>& columns, const std::vector<StoredColumn>& stored,
+                         std::string_view name, std::string_view caption, int width) {
+  const auto found =
+      std::find_if(stored.begin(), stored.end(), [&](const StoredColumn& each) { return each.name == name; });
   if (found == stored.end()) return nullptr;
   OfferedColumn& column = columns.emplace_back(Column(*found));
   column.shown.caption = caption;
@@ -129,7 +149,7 @@ OfferedColumn* AddStored(std::vector<OfferedColumn>& columns, const std::vector<
   return &column;
 }
 
-OfferedTable FromDescription(const Description& description, const std::vector<Stored>& stored) {
+OfferedTable FromDescription(const Description& description, const std::vector<StoredColumn>& stored) {
   OfferedTable table;
   table.newest_first = description.newest_first;
   for (const Described& each : description.columns) {
@@ -137,7 +157,8 @@ OfferedTable FromDescription(const Description& description, const std::vector<S
       OfferedColumn* column = AddStored(table.columns, stored, each.name, each.caption, each.width);
       if (column != nullptr && !column->shown.format.empty()) column->shown.format = each.format;
     } else {
-      OfferedColumn& column = table.columns.emplace_back(Column({std::string(each.name), Kind::kText, each.width}));
+      OfferedColumn& column =
+          table.columns.emplace_back(Column({std::string(each.name), StoredKind::kText, each.width}));
       column.shown.caption = each.caption;
       column.expression = each.expression;
     }
@@ -146,7 +167,7 @@ OfferedTable FromDescription(const Description& description, const std::vector<S
 }
 
 OfferedTable FromRegister(const tables::RegisterDescription& description, const std::string& key,
-                          const std::vector<Stored>& stored) {
+                          const std::vector<StoredColumn>& stored) {
   OfferedTable table;
   const auto add = [&](std::string_view name, const tables::ColumnDescription& each) {
     OfferedColumn* column = AddStored(table.columns, stored, name, each.caption, each.list_width);
@@ -164,10 +185,19 @@ OfferedTable FromRegister(const tables::RegisterDescription& description, const 
   return table;
 }
 
-OfferedTable FromDatabase(const std::vector<Stored>& stored) {
+OfferedTable FromDatabase(const std::vector<StoredColumn>& stored) {
   OfferedTable table;
   for (std::size_t i = 0; i < stored.size() && i < kMostColumns; ++i) table.columns.push_back(Column(stored[i]));
   return table;
+}
+
+OfferedTable Choose(const std::string& table, const std::string& key, const std::vector<StoredColumn>& stored) {
+  for (const Description& description : Descriptions()) {
+    const bool same = description.table == table && description.columns.front().name == key;
+    if (same) return FromDescription(description, stored);
+  }
+  const tables::RegisterDescription* known = tables::FindRegister(table);
+  return known == nullptr ? FromDatabase(stored) : FromRegister(*known, key, stored);
 }
 
 }  // namespace
@@ -175,13 +205,11 @@ OfferedTable FromDatabase(const std::vector<Stored>& stored) {
 OfferedTable OfferedOf(firebird::Database& database, std::string_view table, std::string_view key) {
   const std::string table_name = host::UpperAscii(table);
   const std::string key_name = host::UpperAscii(key);
-  const std::vector<Stored> stored = StoredColumns(database, table_name, key_name);
-  for (const Description& description : Descriptions()) {
-    const bool same = description.table == table_name && description.columns.front().name == key_name;
-    if (same) return FromDescription(description, stored);
-  }
-  const tables::RegisterDescription* known = tables::FindRegister(table_name);
-  return known == nullptr ? FromDatabase(stored) : FromRegister(*known, key_name, stored);
+  Structure structure = StructureOf(database, table_name, key_name);
+  OfferedTable offered = Choose(table_name, key_name, structure.columns);
+  offered.stored = std::move(structure.columns);
+  offered.primary_key = std::move(structure.primary_key);
+  return offered;
 }
 
 }  // namespace app::services

@@ -6,6 +6,7 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -98,6 +99,10 @@ class Control : public Component {
   Handler OnExit;  // may throw Abort: the focus then stays
   KeyHandler OnKeyDown;
   PopupMenu* Popup = nullptr;  // its context menu
+  /// Where Tab and Enter lead from here instead of to the next control, which they do all the same while that one
+  /// cannot take the focus; null for the next one. Of the same screen. A click goes where it was aimed and Shift+Tab to
+  /// the control before.
+  Control* GoesOnTo = nullptr;
 
  private:
   std::string caption_;
@@ -204,6 +209,12 @@ class ComboBox : public Choice {
   using Choice::Choice;
 };
 
+/// A right on the screen's own class, as Funcoes::Acessa asks for it: "A" includes and alters, "E" deletes.
+struct NeededRight {
+  std::string operation;
+  std::string option = "0";
+};
+
 class Button : public Control {
  public:
   /// An "&" in the caption marks its mnemonic.
@@ -212,6 +223,10 @@ class Button : public Control {
   /// A function key that presses it wherever the focus is on the screen, while it is enabled and in sight. The focused
   /// input's lookup and FormKeyDown come first; an OnKeyDown that uses the same key ends with Abort.
   Key Shortcut = Key::kNone;
+  /// The right that its operation asks for, so that whoever shows the button can show a person without it that there is
+  /// nothing to be had here; nothing when it asks for none. Looks only: the button stays enabled, and what a press
+  /// comes to is the screen's decision. Set while the screen is created.
+  std::optional<NeededRight> Right;
 };
 
 /// Tabs; the controls that stand on a page are in sight only while it is the active one.

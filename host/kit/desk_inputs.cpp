@@ -103,6 +103,10 @@ ActResult Desk::Leave() {
 ActResult Desk::Leave(Control& control) { return focused_ == &control ? Leave() : ActResult::kDone; }
 
 Control* Desk::NextFocus(Screen& screen, bool back) const {
+  if (!back && focused_ != nullptr && &focused_->Owner() == &screen) {
+    Control* const sent_to = focused_->GoesOnTo;
+    if (sent_to != nullptr && &sent_to->Owner() == &screen && IsTabStop(*sent_to)) return sent_to;
+  }
   std::vector<Control*> order;
   std::size_t here = 0;
   bool inside = false;

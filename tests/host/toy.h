@@ -41,7 +41,7 @@ class ToyHost : public host::Host, public host::Dialogs {
   }
   bool Question(std::string_view /*title*/, std::string_view /*text*/) override { return false; }
   std::optional<std::string> InputBox(std::string_view /*title*/, std::string_view /*prompt*/,
-                                      std::string_view /*proposed*/) override {
+                                      std::string_view /*proposed*/, std::size_t /*longest*/) override {
     return std::nullopt;
   }
 

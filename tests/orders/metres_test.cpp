@@ -89,8 +89,8 @@ TEST_F(Metres, GivenUpEndThere) {
 TEST_F(Metres, AreAskedForInABoxThatProposesNone) {
   class Watching : public app::ScriptedPerson {
    public:
-    std::optional<std::string> InputBox(std::string_view title, std::string_view prompt,
-                                        std::string_view proposed) override {
+    std::optional<std::string> InputBox(std::string_view title, std::string_view prompt, std::string_view proposed,
+                                        std::size_t /*longest*/) override {
       asked = std::string(title) + "|" + std::string(prompt) + "|" + std::string(proposed);
       return std::nullopt;
     }

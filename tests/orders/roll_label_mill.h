@@ -16,8 +16,8 @@ inline constexpr const char* kDone = "Etiquetas Geradas.";
 // Remembers what was asked for and lets something happen before the answer.
 class AtTheBox : public app::ScriptedPerson {
  public:
-  std::optional<std::string> InputBox(std::string_view title, std::string_view prompt,
-                                      std::string_view proposed) override {
+  std::optional<std::string> InputBox(std::string_view title, std::string_view prompt, std::string_view proposed,
+                                      std::size_t /*longest*/) override {
     asked = std::string(title) + "|" + std::string(prompt) + "|" + std::string(proposed);
     if (meanwhile) meanwhile();
     return reply;

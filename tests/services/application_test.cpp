@@ -2,9 +2,11 @@
 #include "app/application.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
 #include "host/errors.h"
 #include "host/kit/screen.h"
@@ -73,6 +75,127 @@ TEST_F(Program, QuestionsAndBoxesAreWaitsToo) {
   };
   EXPECT_EQ(mill_.Click(screen, "BtnAgir"), host::ActResult::kDone);
   EXPECT_EQ(seen, (std::vector<std::int64_t>{1, 1, 1}));
+}
+
+// --- files ----------------------------------------------------------------------------------------------------------
+
+class Files : public Program {
+ protected:
+  Files() : folder_(std::filesystem::temp_directory_path() / ("arquivos " + std::to_string(::getpid()))) {
+    std::filesystem::create_directories(folder_);
+  }
+  ~Files() override { std::filesystem::remove_all(folder_); }
+
+  std::string Write(const std::string& name, const std::string& content) {
+    const std::filesystem::path path = folder_ / name;
+    std::ofstream(path, std::ios::binary) << content;
+    return path.string();
+  }
+  /// What a button that asks for a file gets.
+  host::ActResult Ask(std::size_t most_bytes) {
+    host::Screen& screen = Tiny();
+    chosen_.reset();
+    Act(screen).OnClick = [this, &screen, most_bytes] {
+      chosen_ = screen.GetHost().GetDialogs().ChooseFile("Importar preços", "Arquivos CSV (*.csv)", most_bytes);
+    };
+    return mill_.Click(screen, "BtnAgir");
+  }
+
+  std::filesystem::path folder_;
+  std::optional<host::ChosenFile> chosen_;
+};
+
+TEST_F(Files, AreHandedBackByteForByte) {
+  const std::string content("CODIGO;CUSTO\r\nM1;5,1\0\xff\n", 27);
+  mill_.Person().Choose("Importar", Write("preços de março.csv", content));
+  EXPECT_EQ(Ask(content.size()), host::ActResult::kDone);
+  ASSERT_TRUE(chosen_.has_value());
+  EXPECT_EQ(chosen_->name, "preços de março.csv");
+  EXPECT_EQ(chosen_->content, content);
+  mill_.Person().Choose("Importar", Write("vazio.csv", ""));
+  Ask(10);
+  EXPECT_EQ(chosen_->content, "");
+}
+
+TEST_F(Files, AreNoneWhenThePersonGivesUp) {
+  mill_.Person().Choose("Importar", std::nullopt);
+  EXPECT_EQ(Ask(10), host::ActResult::kDone);
+  EXPECT_FALSE(chosen_.has_value());
+}
+
+TEST_F(Files, TooLargeOrUnreadableAreRefusedInOneSentence) {
+  const std::string path = Write("grande.csv", std::string(2 * 1024 * 1024, 'x'));
+  mill_.Person().Choose("Importar", path);
+  EXPECT_EQ(Ask(1536 * 1024), host::ActResult::kFailed);
+  mill_.Person().Choose("Importar", path);
+  EXPECT_EQ(Ask(100), host::ActResult::kFailed);
+  const std::string missing = (folder_ / "nada.csv").string();
+  mill_.Person().Choose("Importar", missing);
+  EXPECT_EQ(Ask(100), host::ActResult::kFailed);
+  mill_.Person().Choose("Importar", folder_.string());
+  EXPECT_EQ(Ask(100), host::ActResult::kFailed);
+  EXPECT_FALSE(chosen_.has_value());
+  EXPECT_EQ(mill_.Person().TakeErrors(),
+            (std::vector<std::string>{"O arquivo \"" + path + "\" tem mais de 1,5 MB, o máximo aqui.",
+                                      "O arquivo \"" + path + "\" tem mais de 100 bytes, o máximo aqui.",
+                                      "O arquivo \"" + missing + "\" não pôde ser lido.",
+                                      "O arquivo \"" + folder_.string() + "\" não pôde ser lido."}));
+}
+
+TEST_F(Files, ArePickedWithNothingPending) {
+  class Watching : public app::ScriptedPerson {
+   public:
+    std::optional<std::string> AskFile(const app::FileQuestion& question) override {
+      asked = question.title + "|" + question.kind + (question.save ? "|save" : "|open");
+      if (meanwhile) meanwhile();
+      return std::nullopt;
+    }
+    std::string asked;
+    std::function<void()> meanwhile;
+  } person;
+  test::Mill::Options options;
+  options.database = mill_.Path();
+  options.person = &person;
+  test::Mill station(options);
+  host::Screen& screen = station.Open("TfmTiny");
+  std::int64_t seen = -1;
+  person.meanwhile = [&] { seen = Durable("F"); };
+  Act(screen).OnClick = [&] {
+    const auto query = station.App().GetTabela().IBDatabase().NewQuery();
+    query->SQL.Add("INSERT INTO CADCOR_001 (COR) VALUES ('F')");
+    query->ExecSQL();
+    screen.GetHost().GetDialogs().ChooseFile("Importar preços", "CSV (*.csv)", 10);
+  };
+  EXPECT_EQ(station.Click(screen, "BtnAgir"), host::ActResult::kDone);
+  EXPECT_EQ(person.asked, "Importar preços|CSV (*.csv)|open");
+  EXPECT_EQ(seen, 1);
+}
+
+// --- rights ---------------------------------------------------------------------------------------------------------
+
+TEST_F(Program, TellsQuietlyWhichRightAButtonLacks) {
+  host::Screen& screen = Tiny();
+  host::Button& button = Act(screen);
+  EXPECT_FALSE(mill_.App().Lacks(button));
+  button.Right = host::NeededRight{"E"};
+  EXPECT_FALSE(mill_.App().Lacks(button));  // the administrator
+
+  mill_.Exec("INSERT INTO TEC_USUARIO (CODIGO, NOME, ATIVO, ADMINISTRADOR) VALUES ('ANA', 'Ana', 'S', 'N')");
+  test::Mill::Options options;
+  options.database = mill_.Path();
+  options.user = "ANA";
+  test::Mill station(options);
+  host::Button& hers = Act(station.Open("TfmTiny"));
+  EXPECT_FALSE(station.App().Lacks(hers));
+  hers.Right = host::NeededRight{"E"};
+  EXPECT_TRUE(station.App().Lacks(hers));
+  EXPECT_TRUE(hers.Enabled());
+  EXPECT_TRUE(station.Messages().empty());
+  EXPECT_EQ(mill_.Scalar("SELECT COUNT(*) FROM TEC_LOG").AsInteger(), 0);
+  mill_.Exec("INSERT INTO TEC_DIREITO (USUARIO, TELA, OPERACAO) VALUES ('ANA', 'TfmTiny', 'A')");
+  EXPECT_TRUE(station.App().Lacks(hers));
+  mill_.Exec("INSERT INTO TEC_DIREITO (USUARIO, TELA, OPERACAO) VALUES ('ANA', 'TfmTiny', 'E')");
+  EXPECT_FALSE(station.App().Lacks(hers));
 }
 
 TEST_F(Program, AnErrorUndoesTheActionAndIsTold) {

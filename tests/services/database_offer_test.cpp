@@ -278,6 +278,150 @@ TEST_F(Offer, HandsBackARowThatAnotherStationChangedMeanwhile) {
   EXPECT_FALSE(offer_->Whole(shown.front()).has_value());
 }
 
+// --- rows that share their key
+// ----------------------------------------------------------------------------------------
+
+class Prices : public Offer {
+ protected:
+  /// Of one fabric: mills times colours, stored in an order of their own.
+  void Fill(int mills, int colours) {
+    const int count = mills * colours;
+    for (int i = 0; i < count; ++i) {
+      const int at = i * 7 % count;
+      mill_.Insert("CADCORTI", {{"TIPO", "C"},
+                                {"CODIGO", "M1"},
+                                {"CODCLI", "T" + std::to_string(100 + at / colours)},
+                                {"COR", std::to_string(100 + at % colours)},
+                                {"CUSTO", "1.5"}});
+    }
+  }
+  void Price(const std::string& kind, const std::string& supplier, const std::string& colour, const std::string& cost) {
+    mill_.Insert("CADCORTI",
+                 {{"TIPO", kind}, {"CODIGO", "F1"}, {"CODCLI", supplier}, {"COR", colour}, {"CUSTO", cost}});
+  }
+  LookupOffer& OverPrices() { return Over("CADCORTI", "CODIGO;CODCLI;COR"); }
+  std::string Picked(const host::LookupRow& wanted) {
+    const auto row = offer_->FindRow(wanted);
+    return row ? row->at("TIPO").AsText() + " " + row->at("CODCLI").AsText() + " " + row->at("COR").AsText() : "none";
+  }
+};
+
+TEST_F(Prices, GivesEveryRowOnceOverAllPages) {
+  Fill(11, 23);
+  OverPrices();
+  std::vector<std::string> seen;
+  for (std::size_t skip = 0; skip < 300; skip += 50) {
+    for (const auto& row : offer_->Search("m1", skip, 50)) {
+      seen.push_back(row.at("CODCLI").AsText() + row.at("COR").AsText());
+    }
+  }
+  EXPECT_EQ(seen.size(), 11u * 23u);
+  EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
+  EXPECT_EQ(std::adjacent_find(seen.begin(), seen.end()), seen.end());
+}
+
+TEST_F(Prices, WhatTheLookupDoesNotOrderIsOrderedByThePrimaryKey) {
+  mill_.Exec("DELETE FROM {MAT_ITEN}");
+  for (int i = 0; i < 120; ++i) {
+    const int at = i * 7 % 120;
+    mill_.Insert(
+        "MAT_ITEN",
+        {{"LOTE", at % 2 == 0 ? "L1" : "L2"}, {"CODIGO", "Y1"}, {"COR", std::to_string(100 + at)}, {"DEPOSITO", "DF"}});
+  }
+  Over("MAT_ITEN", "LOTE");
+  std::vector<std::string> seen;
+  for (std::size_t skip = 0; skip < 120; skip += 10) {
+    for (const auto& row : offer_->Search("", skip, 10)) {
+      seen.push_back(row.at("LOTE").AsText() + row.at("COR").AsText());
+    }
+  }
+  EXPECT_EQ(seen.size(), 120u);
+  EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
+  EXPECT_EQ(std::adjacent_find(seen.begin(), seen.end()), seen.end());
+  EXPECT_EQ(offer_->Find("L1")->at("COR").AsText(), "100");
+}
+
+TEST_F(Prices, AStatementsRowsAreToldApartByAllTheirColumns) {
+  Fill(3, 40);
+  Over("CADCORTI", "CODIGO", "", "SELECT CODIGO, CODCLI, COR FROM CADCORTI_001 WHERE CODIGO = 'M1'");
+  std::vector<std::string> seen;
+  for (std::size_t skip = 0; skip < 120; skip += 10) {
+    for (const auto& row : offer_->Search("", skip, 10)) {
+      seen.push_back(row.at("CODCLI").AsText() + row.at("COR").AsText());
+    }
+  }
+  EXPECT_EQ(seen.size(), 120u);
+  EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
+  EXPECT_EQ(std::adjacent_find(seen.begin(), seen.end()), seen.end());
+}
+
+TEST_F(Prices, ShowWhatHelpsToChooseAPrice) {
+  mill_.Exec("DELETE FROM {CADCORTI}");
+  Price("C", "M00001", "0", "5.125");
+  const auto rows = OverPrices().Search("F1", 0, 10);
+  EXPECT_EQ(Names(),
+            (std::vector<std::string>{"CODIGO", "DESC_MATERIAL", "CODCLI", "NOME_FORNECEDOR", "COR", "CUSTO", "OBS"}));
+  ASSERT_EQ(rows.size(), 1u);
+  EXPECT_EQ(rows[0].at("DESC_MATERIAL").AsText(),
+            mill_.Scalar("SELECT DESCRICAO FROM {MATERIAL} WHERE CODIGO = 'F1'").AsText());
+  EXPECT_EQ(rows[0].at("NOME_FORNECEDOR").AsText(), "Malharia Aurora");
+  EXPECT_EQ(Column("CUSTO").format, "0.00##");
+}
+
+TEST_F(Prices, AreFoundByAnyOfTheirColumns) {
+  mill_.Exec("DELETE FROM {CADCORTI}");
+  Price("C", "M00001", "0", "5.1");
+  Price("C", "M00001", "02", "5.2");
+  Price("C", "M00002", "0", "5.3");
+  Price("T", "M00001", "0", "5.4");
+  OverPrices();
+  EXPECT_EQ(Picked({{"CODIGO", "F1"}, {"CODCLI", "M00001"}, {"COR", "02"}}), "C M00001 02");
+  EXPECT_EQ(Picked({{"codigo", "F1"}, {"codcli", "M00002"}}), "C M00002 0");
+  EXPECT_EQ(Picked({{"TIPO", "T"}}), "T M00001 0");
+  EXPECT_EQ(Picked({{"CUSTO", 5.3}}), "C M00002 0");
+  EXPECT_EQ(Picked({{"CUSTO", "5,2"}}), "C M00001 02");
+  EXPECT_EQ(Picked({{"NOME_FORNECEDOR", "Malharia Aurora"}, {"COR", "02"}}), "C M00001 02");
+  EXPECT_EQ(Picked({{"OBS", host::Value()}, {"COR", "02"}}), "C M00001 02");
+  EXPECT_EQ(Picked({{"OBS", ""}, {"COR", "02"}}), "C M00001 02");
+  EXPECT_EQ(Picked({{"CODIGO", "F1"}}), "C M00001 0");  // the first in the list's order
+  EXPECT_EQ(Picked({{"CODIGO", "F1"}, {"COR", "2"}}), "none");
+  EXPECT_EQ(Picked({{"CUSTO", "caro"}}), "none");
+  EXPECT_EQ(Picked({{"COR", "Ω"}}), "none");
+  EXPECT_THROW(offer_->FindRow({{"PRECO", "5"}}), host::InputError);
+}
+
+TEST_F(Prices, KeepToTheLookupsFilterHoweverTheyAreFound) {
+  mill_.Exec("DELETE FROM {CADCORTI}");
+  Price("C", "M00001", "0", "5.1");
+  Price("T", "M00001", "02", "5.2");
+  Over("CADCORTI", "CODIGO;CODCLI;COR", "TIPO = 'C'");
+  EXPECT_EQ(Picked({{"CODIGO", "F1"}}), "C M00001 0");
+  EXPECT_EQ(Picked({{"COR", "02"}}), "none");
+}
+
+TEST_F(Prices, OfOneLookAreStillTwoRows) {
+  mill_.Exec("DELETE FROM {CADCORTI}");
+  Price("C", "M00001", "0", "5");
+  Price("T", "M00001", "0", "5");
+  const auto shown = OverPrices().Search("", 0, 10);
+  ASSERT_EQ(shown.size(), 2u);
+  EXPECT_EQ(offer_->Whole(shown[0])->at("TIPO").AsText(), "C");
+  EXPECT_EQ(offer_->Whole(shown[1])->at("TIPO").AsText(), "T");
+  mill_.Exec("DELETE FROM {CADCORTI} WHERE TIPO = 'T'");
+  EXPECT_FALSE(offer_->Whole(shown[1]).has_value());
+}
+
+TEST_F(Offer, FindsADateAsPeopleWriteItOrAsProgramsDo) {
+  mill_.Insert("TECEL", {{"NUMERO", "000001"}, {"DT_EMISSAO", "2026-03-10"}});
+  mill_.Insert("TECEL", {{"NUMERO", "000002"}});
+  Over("TECEL", "NUMERO");
+  for (const char* date : {"2026-03-10", "10/03/2026"}) {
+    EXPECT_EQ(offer_->FindRow({{"DT_EMISSAO", date}})->at("NUMERO").AsText(), "000001") << date;
+  }
+  EXPECT_EQ(offer_->FindRow({{"DT_EMISSAO", host::Value()}})->at("NUMERO").AsText(), "000002");
+  EXPECT_FALSE(offer_->FindRow({{"DT_EMISSAO", "ontem"}}).has_value());
+}
+
 // --- while the dialog waits
 // -------------------------------------------------------------------------------------------
 

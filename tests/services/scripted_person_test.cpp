@@ -48,6 +48,44 @@ TEST(ScriptedPerson, TypesIntoBoxes) {
   EXPECT_EQ(person.TakeUnexpected(), (Lines{"entrada \"Quantos metros?\"", "data \"Informe a data\""}));
 }
 
+TEST(ScriptedPerson, WhatABoxRefusesIsGivenUpAndTold) {
+  ScriptedPerson person;
+  person.Answer("Nota", "12345678901234567890");
+  EXPECT_EQ(person.InputBox("Pagamento", "Nota", "", 20), "12345678901234567890");
+  person.Answer("Nota", "çãõéíóúâêôàüñçãõéíóú");  // characters, not bytes
+  EXPECT_TRUE(person.InputBox("Pagamento", "Nota", "", 20).has_value());
+  EXPECT_TRUE(person.TakeErrors().empty());
+  person.Answer("Nota", "123456789012345678901");
+  EXPECT_EQ(person.InputBox("Pagamento", "Nota", "", 20), std::nullopt);
+  EXPECT_EQ(person.TakeErrors(), Lines{"No máximo 20 caracteres; o texto tem 21."});
+  person.Answer("Nota", "123456789012345678901");
+  EXPECT_TRUE(person.InputBox("Pagamento", "Nota", "").has_value());
+  person.Answer("Nota", "1 ✓");
+  EXPECT_EQ(person.InputBox("Pagamento", "Nota", ""), std::nullopt);
+  const auto errors = person.TakeErrors();
+  ASSERT_EQ(errors.size(), 1u);
+  EXPECT_NE(errors[0].find("✓"), std::string::npos);
+  EXPECT_TRUE(person.TakeUnexpected().empty());
+}
+
+TEST(ScriptedPerson, NamesTheFileThatItIsAskedFor) {
+  const auto ask = [](ScriptedPerson& person) {
+    return person.AskFile({.save = false, .title = "Importar preços", .kind = "CSV (*.csv)", .proposed = ""});
+  };
+  ScriptedPerson person;
+  person.Answer("Importar", "b.csv");
+  person.Choose("Importar", "a.csv");
+  person.Choose("Importar", std::nullopt);
+  EXPECT_EQ(ask(person), "a.csv");
+  EXPECT_EQ(ask(person), std::nullopt);
+  EXPECT_EQ(ask(person), "b.csv");
+  EXPECT_TRUE(person.TakeUnexpected().empty());
+  EXPECT_EQ(ask(person), std::nullopt);
+  EXPECT_EQ(person.TakeUnexpected(), Lines{"arquivo \"Importar preços\""});
+  person.Choose("Exportar", "c.csv");
+  EXPECT_EQ(person.Unused(), Lines{"arquivo \"c.csv\" a \"Exportar\""});
+}
+
 TEST(ScriptedPerson, KeepsBoxesAndErrors) {
   ScriptedPerson person;
   Lines heard;
@@ -94,6 +132,17 @@ TEST_F(PickTest, PicksTheRowByItsKey) {
   ASSERT_TRUE(picked);
   EXPECT_EQ(picked->at("DESCRICAO"), host::Value("Norte"));
   EXPECT_TRUE(person.Unused().empty());
+}
+
+TEST_F(PickTest, PicksTheRowByAnyOfItsColumns) {
+  person.PickWhere("PqCor", {{"DESCRICAO", "Norte"}});
+  EXPECT_EQ(person.PickRow(Lookup(), offered)->at("COR").AsText(), "000200");
+  person.PickWhere("PqCor", {{"COR", "000100"}, {"DESCRICAO", "Norte"}});
+  EXPECT_EQ(person.Unused(), Lines{"escolha {COR: \"000100\", DESCRICAO: \"Norte\"} em PqCor"});
+  EXPECT_EQ(person.PickRow(Lookup(), offered), std::nullopt);
+  EXPECT_EQ(person.TakeUnexpected(), Lines{"pesquisa PqCor sem {COR: \"000100\", DESCRICAO: \"Norte\"}"});
+  person.PickWhere("PqCor", {{"NADA", "1"}});
+  EXPECT_THROW(person.PickRow(Lookup(), offered), host::InputError);
 }
 
 TEST_F(PickTest, GivesUpWhatWasNotPreparedOrNotOffered) {

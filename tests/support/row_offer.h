@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/lookup_offer.h"
+#include "host/errors.h"
 
 namespace test {
 
@@ -40,6 +41,19 @@ class RowOffer : public app::LookupOffer {
   std::optional<host::LookupRow> Find(std::string_view key) override {
     for (const host::LookupRow& row : rows_) {
       if (row.at(key_).AsText() == key) return row;
+    }
+    return std::nullopt;
+  }
+
+  /// By texts.
+  std::optional<host::LookupRow> FindRow(const host::LookupRow& wanted) override {
+    for (const host::LookupRow& row : rows_) {
+      bool fits = true;
+      for (const auto& [name, value] : wanted) {
+        if (!row.contains(name)) throw host::InputError("A pesquisa não tem a coluna \"" + name + "\".");
+        fits = fits && row.at(name).AsText() == value.AsText();
+      }
+      if (fits) return row;
     }
     return std::nullopt;
   }

@@ -13,6 +13,7 @@
 #include <optional>
 
 #include "app/desktop/boxes/code_guard.h"
+#include "app/desktop/boxes/objection.h"
 
 namespace app::desktop {
 namespace {
@@ -38,6 +39,47 @@ QMessageBox::Icon IconOf(host::Icon icon) {
 bool OnlyAnswers(const QDialog& box) {
   return qobject_cast<const QMessageBox*>(&box) != nullptr || box.objectName() == QLatin1String("ErrorBox");
 }
+
+class InputBox : public QDialog {
+ public:
+  InputBox(QWidget* parent, const QString& title, const QString& prompt, const QString& proposed,
+           const TextObjection& objection)
+      : QDialog(parent), objection_to_(objection), input_(new QLineEdit(proposed)) {
+    setObjectName(QStringLiteral("InputBox"));
+    setWindowTitle(title);
+    auto* label = new QLabel(prompt);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setBuddy(input_);
+    input_->setMinimumWidth(kInputCharacters * input_->fontMetrics().averageCharWidth());
+    input_->selectAll();
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(input_, &QLineEdit::textEdited, objection_, &ObjectionLabel::Clear);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(label);
+    layout->addWidget(input_);
+    layout->addWidget(objection_);
+    layout->addWidget(buttons);
+    input_->setFocus();
+  }
+
+  QString Text() const { return input_->text(); }
+
+  void accept() override {
+    if (const auto objection = objection_to_(Text())) {
+      objection_->Show(*objection, *input_);
+    } else {
+      QDialog::accept();
+    }
+  }
+
+ private:
+  const TextObjection& objection_to_;
+  QLineEdit* input_;
+  ObjectionLabel* objection_ = new ObjectionLabel;
+};
 
 }  // namespace
 
@@ -88,27 +130,11 @@ bool AskYesNo(QWidget* parent, const QString& title, const QString& text) {
   return RunBox(box) == QMessageBox::Yes;
 }
 
-std::optional<QString> AskText(QWidget* parent, const QString& title, const QString& prompt, const QString& proposed) {
-  QDialog box(parent);
-  box.setObjectName(QStringLiteral("InputBox"));
-  box.setWindowTitle(title);
-  auto* label = new QLabel(prompt);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  auto* input = new QLineEdit(proposed);
-  input->setMinimumWidth(kInputCharacters * input->fontMetrics().averageCharWidth());
-  input->selectAll();
-  label->setBuddy(input);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &box, &QDialog::accept);
-  QObject::connect(buttons, &QDialogButtonBox::rejected, &box, &QDialog::reject);
-  auto* layout = new QVBoxLayout(&box);
-  layout->addWidget(label);
-  layout->addWidget(input);
-  layout->addWidget(buttons);
-  input->setFocus();
+std::optional<QString> AskText(QWidget* parent, const QString& title, const QString& prompt, const QString& proposed,
+                               const TextObjection& objection) {
+  InputBox box(parent, title, prompt, proposed, objection);
   if (RunBox(box) != QDialog::Accepted) return std::nullopt;
-  return input->text();
+  return box.Text();
 }
 
 }  // namespace app::desktop

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QString>
 #include <QWidget>
+#include <functional>
 #include <optional>
 
 #include "host/dialogs.h"
@@ -34,7 +35,11 @@ void ActivateAgain(QWidget* below);
 void ShowMessage(QWidget* parent, const QString& title, const QString& text, host::Icon icon);
 /// "Sim" and "Não", the latter the default and what Esc means.
 bool AskYesNo(QWidget* parent, const QString& title, const QString& text);
-/// A line of text, `proposed` and selected at first; nothing when the person gave up.
-std::optional<QString> AskText(QWidget* parent, const QString& title, const QString& prompt, const QString& proposed);
+/// Why a text cannot be taken, as one sentence; nothing when it can.
+using TextObjection = std::function<std::optional<QString>(const QString& text)>;
+/// A line of text, `proposed` and selected at first; nothing when the person gave up. A text that `objection` speaks
+/// against is not taken: the box says so and stays.
+std::optional<QString> AskText(QWidget* parent, const QString& title, const QString& prompt, const QString& proposed,
+                               const TextObjection& objection);
 
 }  // namespace app::desktop

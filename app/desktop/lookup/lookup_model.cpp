@@ -25,6 +25,14 @@ Qt::Alignment AlignmentOf(host::Align align) {
   return Qt::AlignLeft | Qt::AlignVCenter;
 }
 
+// A row is searched with fewer columns than it has.
+bool IsPartOf(const host::LookupRow& row, const host::LookupRow& whole) {
+  return std::all_of(row.begin(), row.end(), [&whole](const auto& column) {
+    const auto found = whole.find(column.first);
+    return found != whole.end() && found->second == column.second;
+  });
+}
+
 QString Shown(const host::Value& value, const OfferColumn& column) {
   if (!value.IsNumber()) return ToQt(value.AsText());
   return ToQt(host::FormatNumber(column.format.empty() ? kPlainNumber : column.format, value.AsFloat(), ','));
@@ -40,7 +48,7 @@ void LookupModel::Search(const QString& text) {
   rows_.clear();
   read_ = 0;
   has_more_ = false;
-  put_first_ = QString();
+  put_first_.reset();
   text_ = FromQt(text);
   try {
     rows_ = NextPage();
@@ -58,7 +66,7 @@ void LookupModel::PutExactFirst(const QString& text) {
   if (!has_more_ || RowOfKey(text) >= 0) return;
   auto exact = offer_.Find(FromQt(text));
   if (!exact) return;
-  put_first_ = KeyOf(*exact);
+  put_first_ = *exact;
   rows_.insert(rows_.begin(), std::move(*exact));
 }
 
@@ -68,9 +76,13 @@ std::vector<host::LookupRow> LookupModel::NextPage() {
   has_more_ = page.size() > kPage;
   if (has_more_) page.resize(kPage);
   read_ += page.size();
-  if (!put_first_.isNull()) {
-    std::erase_if(page, [&](const host::LookupRow& row) { return KeyOf(row) == put_first_; });
-  }
+  if (!put_first_) return page;
+  // Others may have the same key, and two may even look alike: one row goes, once.
+  const auto it =
+      std::find_if(page.begin(), page.end(), [this](const auto& row) { return IsPartOf(row, *put_first_); });
+  if (it == page.end()) return page;
+  page.erase(it);
+  put_first_.reset();
   return page;
 }
 

@@ -4,6 +4,7 @@
 #include <QAbstractTableModel>
 #include <QString>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "app/lookup_offer.h"
@@ -43,7 +44,7 @@ class LookupModel : public QAbstractTableModel {
   std::vector<host::LookupRow> rows_;
   std::size_t read_ = 0;  // rows of the search that were passed
   bool has_more_ = false;
-  QString put_first_;  // key of the row that was taken out of its order; null for none
+  std::optional<host::LookupRow> put_first_;  // the row that was taken out of its order, until its page comes
 };
 
 }  // namespace app::desktop

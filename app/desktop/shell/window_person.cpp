@@ -59,8 +59,13 @@ bool WindowPerson::Question(std::string_view title, std::string_view text) {
 }
 
 std::optional<std::string> WindowPerson::InputBox(std::string_view title, std::string_view prompt,
-                                                  std::string_view proposed) {
-  const auto typed = AskText(BoxParent(), ToQt(title), ToQt(prompt), ToQt(proposed));
+                                                  std::string_view proposed, std::size_t longest) {
+  const TextObjection objection = [longest](const QString& text) -> std::optional<QString> {
+    const auto sentence = AnswerObjection(longest, FromQt(text));
+    if (!sentence) return std::nullopt;
+    return ToQt(*sentence);
+  };
+  const auto typed = AskText(BoxParent(), ToQt(title), ToQt(prompt), ToQt(proposed), objection);
   if (!typed) return std::nullopt;
   return FromQt(*typed);
 }

@@ -30,8 +30,8 @@ class WindowPerson : public Person {
   void Message(std::string_view title, std::string_view text, host::Icon icon) override;
   /// "Sim" and "Não", the latter the default and what Esc means.
   bool Question(std::string_view title, std::string_view text) override;
-  std::optional<std::string> InputBox(std::string_view title, std::string_view prompt,
-                                      std::string_view proposed) override;
+  std::optional<std::string> InputBox(std::string_view title, std::string_view prompt, std::string_view proposed,
+                                      std::size_t longest = 0) override;
   std::string AskDate(std::string_view caption, std::string_view prompt) override;
   std::optional<std::string> AskFile(const FileQuestion& question) override;
   bool SetUpScale(scale::ScaleSettings& settings) override;

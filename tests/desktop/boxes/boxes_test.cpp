@@ -112,6 +112,52 @@ TEST_F(BoxesOfTheProgram, WhatAnInputBoxProposesIsTakenByEnter) {
   EXPECT_EQ(person_.InputBox("Baixa", "Metros:", ""), "7");
 }
 
+TEST_F(BoxesOfTheProgram, AnInputBoxKeepsWhatItCannotTakeAndSaysWhy) {
+  QStringList objections;
+  const auto try_text = [&objections](QWidget& box, const QString& text) {
+    auto* input = box.findChild<QLineEdit*>();
+    input->selectAll();
+    test::TypeText(text);
+    QTest::keyClick(input, Qt::Key_Return);
+    objections.append(box.isVisible() ? box.findChild<QLabel*>("Objection")->text() : "taken");
+    if (!box.isVisible()) return;
+    EXPECT_EQ(input->text(), text);
+    EXPECT_TRUE(input->hasFocus());
+    EXPECT_EQ(input->selectedText(), text);
+  };
+  mill_.GetBoxes().ExpectDialog("Nota", [&](QWidget& box) {
+    auto* objection = box.findChild<QLabel*>("Objection");
+    EXPECT_FALSE(objection->isVisible());
+    try_text(box, "123456789012345678901");
+    EXPECT_TRUE(objection->isVisible());
+    test::TypeText("1");
+    EXPECT_FALSE(objection->isVisible());
+    try_text(box, QString::fromUtf8("nota ✓"));
+    try_text(box, QString::fromUtf8("çãõéíóúâêôàüñçãõéíóú"));
+  });
+  EXPECT_EQ(person_.InputBox("Pagamento", "Nota:", "", 20), "çãõéíóúâêôàüñçãõéíóú");
+  ASSERT_EQ(objections.size(), 3);
+  EXPECT_EQ(objections[0], "No máximo 20 caracteres; o texto tem 21.");
+  EXPECT_TRUE(objections[1].contains(QString::fromUtf8("✓"))) << objections[1].toStdString();
+  EXPECT_EQ(objections[2], "taken");
+}
+
+TEST_F(BoxesOfTheProgram, AnInputBoxWithWhatItCannotTakeCanBeGivenUp) {
+  mill_.GetBoxes().ExpectDialog("Nota", [&](QWidget& box) {
+    test::TypeText("12345");
+    test::Press(Qt::Key_Return);
+    EXPECT_TRUE(box.isVisible());
+    test::Press(Qt::Key_Escape);
+  });
+  EXPECT_EQ(person_.InputBox("Pagamento", "Nota:", "", 4), std::nullopt);
+}
+
+TEST_F(BoxesOfTheProgram, AnInputBoxWithoutLimitTakesALongText) {
+  const std::string text(300, 'x');
+  mill_.GetBoxes().ExpectInput("Nota", QString::fromStdString(text));
+  EXPECT_EQ(person_.InputBox("Pagamento", "Nota:", ""), text);
+}
+
 TEST_F(BoxesOfTheProgram, ADateBoxHandsBackTheDateAsTyped) {
   mill_.GetBoxes().ExpectInput("Data", " 01/03/2026 ");
   EXPECT_EQ(person_.AskDate("Relatório", "Data inicial"), "01/03/2026");

@@ -42,6 +42,7 @@ class PricedOffer : public app::LookupOffer {
             {{"LOTE", "L2"}, {"QTDE", host::Value()}, {"DATA", host::Value()}}};
   }
   std::optional<LookupRow> Find(std::string_view /*key*/) override { return std::nullopt; }
+  std::optional<LookupRow> FindRow(const LookupRow& /*wanted*/) override { return std::nullopt; }
 
  private:
   std::vector<OfferColumn> columns_ = {
@@ -343,6 +344,27 @@ TEST_F(LookupDialog, TheRowOfTheKeyTypedIsThereEvenIfItComesPagesLater) {
                   Seen::Key(Qt::Key_Return);
                 }),
             "1");
+}
+
+TEST_F(LookupDialog, RowsThatShareTheKeyTypedAreAllThereOnce) {
+  auto rows = Numbered(300);
+  for (const std::size_t at : {150u, 151u, 299u}) rows[at]["COR"] = "1";
+  rows[299]["DESCRICAO"] = "outra";
+  test::RowOffer offer("COR", rows);
+  Ask(offer, "1", [](Seen& seen) {
+    EXPECT_EQ(seen.Current(), "1");
+    EXPECT_EQ(seen.CurrentRow(), 0);
+    for (int i = 0; i < 40; ++i) Seen::Key(Qt::Key_PageDown);
+    EXPECT_EQ(seen.Count(), "300 encontrados");
+    int times = 0;
+    int others = 0;
+    for (int row = 0; row < seen.Rows(); ++row) {
+      times += seen.Cell(row, 0) == "1" ? 1 : 0;
+      others += seen.Cell(row, 1) == "outra" ? 1 : 0;
+    }
+    EXPECT_EQ(times, 3);
+    EXPECT_EQ(others, 1);
+  });
 }
 
 // --- trouble
