@@ -1,5 +1,6 @@
 #include "app/desktop/bindings/plain_bindings.h"
 
+#include <QGraphicsOpacityEffect>
 #include <QPushButton>
 #include <QTabBar>
 #include <QToolButton>
@@ -10,6 +11,17 @@
 #include "host/restored.h"
 
 namespace app::desktop {
+namespace {
+
+constexpr double kDimmed = 0.45;  // of a button that the person has no right to use
+
+QString LackOf(const host::NeededRight& right) {
+  if (right.operation == "A") return QStringLiteral("Falta o direito de alterar");
+  if (right.operation == "E") return QStringLiteral("Falta o direito de excluir");
+  return QStringLiteral("Falta o direito a esta operação");
+}
+
+}  // namespace
 
 // --- a label -----------------------------------------------------------------------------------------------------
 
@@ -37,6 +49,16 @@ ButtonBinding::ButtonBinding(ScreenBindings& window, host::Button& button, QAbst
   // In a dialog Enter goes on to the next input like everywhere else.
   if (auto* push = qobject_cast<QPushButton*>(&shown_)) push->setAutoDefault(false);
   connect(&shown_, &QAbstractButton::clicked, this, [this] { Click(); });
+  if (button_.Right && window.GetStation().App().Lacks(button_)) ShowLack();
+}
+
+// It can still be pressed: what comes of that is the screen's decision.
+void ButtonBinding::ShowLack() {
+  lack_ = LackOf(*button_.Right);
+  auto* dimmed = new QGraphicsOpacityEffect(&shown_);
+  dimmed->setOpacity(kDimmed);
+  shown_.setGraphicsEffect(dimmed);
+  shown_.setAccessibleDescription(lack_);
 }
 
 void ButtonBinding::Show() {
@@ -46,7 +68,8 @@ void ButtonBinding::Show() {
   const QString key = KeyName(button_.Shortcut);
   // An arrow shows no caption.
   const bool arrow = qobject_cast<QToolButton*>(&shown_) != nullptr;
-  shown_.setToolTip(arrow ? (QString(caption).remove(u'&') + u' ' + key).trimmed() : key);
+  const QString hint = arrow ? (QString(caption).remove(u'&') + u' ' + key).trimmed() : key;
+  shown_.setToolTip(lack_.isEmpty() || hint.isEmpty() ? hint + lack_ : hint + u'\n' + lack_);
 }
 
 void ButtonBinding::Click() {

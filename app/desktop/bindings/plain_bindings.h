@@ -31,9 +31,11 @@ class ButtonBinding : public Binding {
 
  private:
   void Click();
+  void ShowLack();
 
   host::Button& button_;
   QAbstractButton& shown_;
+  QString lack_;  // what the person lacks to use it, as a sentence; empty for nothing
 };
 
 class PageBinding : public Binding {

@@ -4,7 +4,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QContextMenuEvent>
+#include <QGraphicsEffect>
 #include <QGroupBox>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -14,6 +16,7 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QWheelEvent>
+#include <algorithm>
 
 #include "tests/desktop/binder/toy_window.h"
 
@@ -197,6 +200,54 @@ TEST_F(Buttons, ChangeTheirCaption) {
   EXPECT_EQ(Find<QPushButton>("BtnGravar")->text(), "&Baixar");
   Press(Qt::Key_B, Qt::AltModifier);
   EXPECT_EQ(Events(), "exit EdtCodigo | enter BtnGravar | click Gravar");
+}
+
+// Greyed as one that is disabled looks, and yet it can be pressed: what comes of it is the screen's decision.
+TEST_F(Buttons, WithoutTheirRightLookSoAndCanStillBePressed) {
+  application_.lacks = {"BtnGravar", "BtnExcluir", "BtnFechar", "BtnOutro"};
+  OpenTear([this](ToyScreen& screen) {
+    dynamic_cast<host::Button&>(*screen.FindComponent("BtnGravar")).Right = host::NeededRight{"A"};
+    auto& remove = screen.Add<host::Button>("BtnExcluir", "&Excluir", [this] { toy_.notes.emplace_back("removed"); });
+    remove.Right = host::NeededRight{"E"};
+    screen.Add<host::Button>("BtnOutro", "&Outro").Right = host::NeededRight{"X"};
+    screen.Add<host::Button>("BtnSeu", "Seu").Right = host::NeededRight{"A"};
+  });
+  const auto dimmed = [this](const char* name) { return Find(name)->graphicsEffect() != nullptr; };
+  EXPECT_TRUE(dimmed("BtnGravar"));
+  EXPECT_TRUE(dimmed("BtnExcluir"));
+  EXPECT_TRUE(dimmed("BtnOutro"));
+  EXPECT_FALSE(dimmed("BtnSeu"));     // the person holds its right
+  EXPECT_FALSE(dimmed("BtnFechar"));  // it names none
+  EXPECT_EQ(Find("BtnGravar")->toolTip(), "F2\nFalta o direito de alterar");
+  EXPECT_EQ(Find("BtnExcluir")->toolTip(), "Falta o direito de excluir");
+  EXPECT_EQ(Find("BtnOutro")->toolTip(), "Falta o direito a esta operação");
+  EXPECT_EQ(Find("BtnExcluir")->accessibleDescription(), "Falta o direito de excluir");
+  EXPECT_EQ(Find("BtnSeu")->toolTip(), "");
+  EXPECT_TRUE(Find("BtnExcluir")->isEnabled());
+  Click("BtnExcluir");
+  EXPECT_EQ(Events(), "exit EdtCodigo | enter BtnExcluir | removed");
+  Press(Qt::Key_F2);
+  EXPECT_EQ(Events(), "exit BtnExcluir | enter BtnGravar | click Gravar");
+  EXPECT_EQ(Find("BtnGravar")->toolTip(), "F2\nFalta o direito de alterar");
+}
+
+// A picture tells what a person sees: the caption is paler than that of the same button with its right.
+TEST_F(Buttons, WithoutTheirRightArePaler) {
+  application_.lacks = {"BtnUm"};
+  OpenTear([](ToyScreen& screen) {
+    for (const char* name : {"BtnUm", "BtnDois"}) {
+      screen.Add<host::Button>(name, "MMMM").Right = host::NeededRight{"A"};
+    }
+  });
+  const auto darkest = [this](const char* name) {
+    const QImage image = Find(name)->grab().toImage();
+    int darkest = 255;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) darkest = std::min(darkest, qGray(image.pixel(x, y)));
+    }
+    return darkest;
+  };
+  EXPECT_GT(darkest("BtnUm"), darkest("BtnDois") + 40);
 }
 
 class Pages : public WindowTest {

@@ -42,6 +42,29 @@ TEST_F(Focus, EnterAndTabGoOnInTheOrderOfTheScreenAndShiftTabGoesBack) {
             "exit EdtVoltas | enter EdtQtde");
 }
 
+TEST_F(Focus, GoesOnWhereTheInputSaysAndByMouseWhereItWasAimed) {
+  OpenTear([](ToyScreen& screen) {
+    auto& quantity = dynamic_cast<host::Control&>(*screen.FindComponent("EdtQtde"));
+    quantity.GoesOnTo = dynamic_cast<host::Control*>(screen.FindComponent("BtnGravar"));
+  });
+  for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return, Qt::Key_Enter}) {
+    Click("EdtQtde");
+    Press(key);
+    EXPECT_EQ(WindowTest::Focus(), "BtnGravar");
+  }
+  Click("EdtQtde");
+  Press(Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(WindowTest::Focus(), "EdtCodigo");
+  Click("EdtQtde");
+  Events();
+  Click("EdtUm");
+  EXPECT_EQ(Events(), "exit EdtQtde | enter EdtUm");
+  Part<host::Button>("BtnGravar").SetEnabled(false);
+  Click("EdtQtde");
+  Press(Qt::Key_Tab);
+  EXPECT_EQ(WindowTest::Focus(), "EdtVoltas");
+}
+
 TEST_F(Focus, ReachesEveryInputByTabAndComesRound) {
   OpenTear();
   std::vector<std::string> order;

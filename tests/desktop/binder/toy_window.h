@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,8 @@ class ToyApplication : public app::Application, public host::UserSettings {
   std::vector<app::PrintJob> TakeJobs() override { return {}; }
   void WriteParameter(std::string_view /*group*/, int /*number*/, std::string_view /*value*/) override {}
   std::optional<std::string> AskFile(const app::FileQuestion& /*question*/) override { return std::nullopt; }
+  bool Lacks(const host::Button& button) override { return lacks.contains(button.Name()); }
+  std::set<std::string> lacks;  // buttons that the person has no right to use
 
   std::optional<std::string> Read(std::string_view key, std::string_view section, std::string_view name) override;
   void Write(std::string_view key, std::string_view section, std::string_view name, std::string_view value) override;
