@@ -14,6 +14,7 @@
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/kit/desk.h"
+#include "host/text.h"
 
 namespace app::script {
 namespace {
@@ -151,6 +152,30 @@ void Bridge::answer(const QString& containing, const QJSValue& reply) {
 void Bridge::lookup(const QString& name, const QJSValue& key) {
   Guard([&] {
     person_.Pick(Utf8(name), TypedText(key, false));
+    return QJSValue();
+  });
+}
+
+void Bridge::lookupRow(const QString& name, const QJSValue& columns) {
+  Guard([&] {
+    host::LookupRow wanted;
+    const auto count = columns.property("length").toUInt();
+    for (quint32 at = 0; at < count; ++at) {
+      const QJSValue pair = columns.property(at);
+      wanted[host::UpperAscii(Utf8(pair.property(0).toString()))] = ToParameter(pair.property(1));
+    }
+    if (wanted.empty()) throw host::InputError("lookup quer ao menos uma coluna: lookup(pesquisa, {COLUNA: valor})");
+    person_.PickWhere(Utf8(name), wanted);
+    return QJSValue();
+  });
+}
+
+void Bridge::chooseFile(const QString& title, const QJSValue& path) {
+  Guard([&] {
+    if (!path.isString() && !path.isNull()) {
+      throw host::InputError("chooseFile quer o caminho de um arquivo, ou null para desistir");
+    }
+    person_.Choose(Utf8(title), path.isNull() ? std::nullopt : std::optional(Utf8(path.toString())));
     return QJSValue();
   });
 }

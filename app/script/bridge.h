@@ -70,6 +70,8 @@ class Bridge : public QObject {
   // --- the person
   Q_INVOKABLE void answer(const QString& containing, const QJSValue& reply);
   Q_INVOKABLE void lookup(const QString& name, const QJSValue& key);
+  Q_INVOKABLE void lookupRow(const QString& name, const QJSValue& columns);
+  Q_INVOKABLE void chooseFile(const QString& title, const QJSValue& path);
   Q_INVOKABLE void modal(const QString& name, const QJSValue& act);
   Q_INVOKABLE QJSValue messages();
   Q_INVOKABLE QJSValue wait(double seconds);

@@ -58,7 +58,9 @@ inline constexpr const char* kPrelude = R"js((function (bridge) {
   define("open", (name) => wrap(bridge.open(name)));
   define("screen", (name) => wrap(bridge.screen(name)));
   define("answer", (text, reply) => bridge.answer(text, reply));
-  define("lookup", (name, key) => bridge.lookup(name, key));
+  define("lookup", (name, key) => typeof key === "object" && key !== null ? bridge.lookupRow(name, pairs(key))
+                                                                          : bridge.lookup(name, key));
+  define("chooseFile", (title, path) => bridge.chooseFile(title, path));
   define("modal", (name, act) => {
     if (typeof act !== "function") bridge.refuse("modal precisa de uma função: modal(tela, s => { ... })");
     bridge.modal(name, (id) => {

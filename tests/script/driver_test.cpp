@@ -178,6 +178,83 @@ TEST_F(ScriptDriver, LookupsByKeyAndByName) {
             "0002\n0001\n");
 }
 
+TEST_F(ScriptDriver, LookupsByColumns) {
+  EXPECT_EQ(Printed(R"(
+    const pick = (row) => { lookup("PqPreco", row); s.search("PqPreco"); print(s.text("EdtNome")); };
+    pick({CODIGO: "M1", CODCLI: "00101", COR: "02"});
+    pick({codcli: "00102"});
+    pick([["COR", "02"]]);
+    pick({CODIGO: "M1"});
+    pick("M1");
+  )"),
+            "00101/02\n00102/0\n00101/02\n00101/0\n00101/0\n");
+  EXPECT_EQ(desk_.notes.str(), "");
+}
+
+TEST_F(ScriptDriver, ALookupWithoutSuchARowIsToldAndGivenUp) {
+  EXPECT_EQ(Printed(R"(
+    s.type("EdtNome", "antes");
+    lookup("PqPreco", {CODIGO: "M1", COR: "77"}); s.search("PqPreco"); print(s.text("EdtNome"));
+  )"),
+            "antes\n");
+  EXPECT_EQ(desk_.notes.str(), "sem resposta preparada: pesquisa PqPreco sem {CODIGO: \"M1\", COR: \"77\"}\n");
+}
+
+TEST_F(ScriptDriver, ALookupByNoSuchColumnIsAMistakeOfTheScript) {
+  const std::string open = kOpen;
+  EXPECT_NE(Error(open + "lookup('PqPreco', {PRECO: 5}); s.search('PqPreco');").find("não tem a coluna \"PRECO\""),
+            std::string::npos);
+  EXPECT_NE(Error(open + "lookup('PqPreco', {});").find("ao menos uma coluna"), std::string::npos);
+  EXPECT_NE(Error(open + "lookup('PqPreco', {COR: undefined});").find("undefined"), std::string::npos);
+  EXPECT_NE(Error(open + "lookup('PqPreco', {COR: '02'});").find("escolha {COR: \"02\"} em PqPreco"),
+            std::string::npos);
+}
+
+TEST_F(ScriptDriver, WhatABoxRefusesFailsTheScriptWithItsSentence) {
+  EXPECT_EQ(Printed("answer('nota', '1234'); s.click('BtnNota'); print(messages()[0].text);"), "nota 1234\n");
+  const std::string open = kOpen;
+  EXPECT_EQ(Error(open + "answer('nota', '12345');\ns.click('BtnNota');"),
+            "teste.js:3: No máximo 4 caracteres; o texto tem 5.");
+  EXPECT_NE(Error(open + "answer('nota', '1✓'); s.click('BtnNota');").find("✓"), std::string::npos);
+  EXPECT_EQ(Printed(R"(
+    answer("nota", "12345");
+    try { s.click("BtnNota"); } catch (refused) { print(refused.message); }
+    print(messages()[0].text);
+  )"),
+            "No máximo 4 caracteres; o texto tem 5.\nsem nota\n");
+}
+
+TEST_F(ScriptDriver, ChoosesAFile) {
+  const std::string path = testing::TempDir() + "preços de teste.csv";
+  std::ofstream(path, std::ios::binary) << "M1;5,10";
+  EXPECT_EQ(Printed("chooseFile('Importar', '" + path + "'); s.click('BtnArquivo'); print(messages()[0].text);"),
+            "preços de teste.csv: M1;5,10\n");
+  EXPECT_EQ(Printed("chooseFile('Importar', null); s.click('BtnArquivo'); print(messages()[0].text);"),
+            "sem arquivo\n");
+  EXPECT_EQ(desk_.notes.str(), "");
+  EXPECT_EQ(Printed("s.click('BtnArquivo'); print(messages()[0].text);"), "sem arquivo\n");
+  EXPECT_EQ(desk_.notes.str(), "sem resposta preparada: arquivo \"Importar preços\"\n");
+  std::ofstream(path, std::ios::binary) << "M1;5,10\nM2;5,20\nM3;5,30";
+  const std::string open = kOpen;
+  EXPECT_EQ(Error(open + "chooseFile('Importar', '" + path + "');\ns.click('BtnArquivo');"),
+            "teste.js:3: O arquivo \"" + path + "\" tem mais de 20 bytes, o máximo aqui.");
+  EXPECT_EQ(Error(open + "chooseFile('Importar', '/nada/nada.csv'); s.click('BtnArquivo');"),
+            "teste.js:2: O arquivo \"/nada/nada.csv\" não pôde ser lido.");
+  EXPECT_NE(Error(open + "chooseFile('Importar');").find("chooseFile quer o caminho"), std::string::npos);
+  EXPECT_NE(Error(open + "chooseFile('Exportar', 'x.csv');").find("arquivo \"x.csv\" a \"Exportar\""),
+            std::string::npos);
+  std::remove(path.c_str());
+}
+
+TEST_F(ScriptDriver, TabGoesOnWhereTheInputSays) {
+  EXPECT_EQ(Printed(R"(
+    s.enter("EdtObs"); s.key("Tab"); print(s.focused());
+    s.enter("EdtObs"); s.key("Enter"); print(s.focused());
+    s.enter("EdtObs"); s.click("BtnDobra"); print(s.focused());
+  )"),
+            "BtnConfirma\nBtnConfirma\nBtnDobra\n");
+}
+
 TEST_F(ScriptDriver, ActsOnAModalScreen) {
   EXPECT_EQ(Printed(R"(
     modal("TfmAjuda", h => { print(h.name, screen("fmAjuda") === h); h.type("EdtResposta", "42"); h.click("BtnOk"); });

@@ -42,6 +42,18 @@ ToyScreen::ToyScreen(host::Host& host) : host::Screen(host, "TfmBrinquedo", "fmB
     GetHost().Free(help);
   };
   BtnFechado.SetEnabled(false);
+  PqPreco.OnFechaPesquisa = [this] {
+    EdtNome.SetText(PqPreco.RetornoPesquisa("CODCLI").AsText() + "/" + PqPreco.RetornoPesquisa("COR").AsText());
+  };
+  BtnNota.OnClick = [this] {
+    const auto note = GetHost().GetDialogs().InputBox("Pagamento", "Número da nota:", "", 4);
+    Inform(note ? "nota " + *note : "sem nota");
+  };
+  BtnArquivo.OnClick = [this] {
+    const auto file = GetHost().GetDialogs().ChooseFile("Importar preços", "Arquivos CSV (*.csv)", 20);
+    Inform(file ? file->name + ": " + file->content : "sem arquivo");
+  };
+  EdtObs.GoesOnTo = &BtnConfirma;
 }
 
 ToyHelp::ToyHelp(host::Host& host) : host::Screen(host, "TfmAjuda", "fmAjuda", "Ajuda") {
@@ -60,6 +72,13 @@ std::unique_ptr<host::Screen> ToyApplication::CreateScreen(std::string_view scre
 }
 
 std::optional<host::LookupRow> ToyApplication::ShowLookup(host::TPesquisa& lookup) {
+  if (lookup.Name() == "PqPreco") {
+    test::RowOffer prices{"CODIGO",
+                          {{{"CODIGO", "M1"}, {"CODCLI", "00101"}, {"COR", "0"}},
+                           {{"CODIGO", "M1"}, {"CODCLI", "00101"}, {"COR", "02"}},
+                           {{"CODIGO", "M1"}, {"CODCLI", "00102"}, {"COR", "0"}}}};
+    return person_.PickRow(lookup, prices);
+  }
   test::RowOffer offered{"CODIGO", {{{"CODIGO", "0001"}}, {{"CODIGO", "0002"}}}};
   return person_.PickRow(lookup, offered);
 }

@@ -40,6 +40,11 @@ class ToyScreen : public host::Screen {
   host::Button BtnPergunta{*this, "BtnPergunta", "Perguntar"};
   host::Button BtnAjuda{*this, "BtnAjuda", "Ajuda"};
   host::Button BtnFechado{*this, "BtnFechado", "Fechado"};
+  host::TPesquisa PqPreco{*this, "PqPreco", "CADCORTI", "CODIGO;CODCLI;COR"};
+  host::Edit EdtObs{*this, "EdtObs", "Observação"};
+  host::Button BtnNota{*this, "BtnNota", "Nota"};
+  host::Button BtnArquivo{*this, "BtnArquivo", "Importar"};
+  host::Button BtnConfirma{*this, "BtnConfirma", "Confirmar"};
 };
 
 /// Opened modally by the ToyScreen; its button writes into the opener.
