@@ -240,12 +240,14 @@ TEST_F(Buttons, WithoutTheirRightArePaler) {
     }
   });
   const auto darkest = [this](const char* name) {
-    const QImage image = Find(name)->grab().toImage();
-    int darkest = 255;
+    QWidget* const button = Find(name);
+    const QRect place(button->mapTo(top_.get(), QPoint()), button->size());
+    const QImage image = top_->grab(place).toImage();
+    int found = 255;
     for (int y = 0; y < image.height(); ++y) {
-      for (int x = 0; x < image.width(); ++x) darkest = std::min(darkest, qGray(image.pixel(x, y)));
+      for (int x = 0; x < image.width(); ++x) found = std::min(found, qGray(image.pixel(x, y)));
     }
-    return darkest;
+    return found;
   };
   EXPECT_GT(darkest("BtnUm"), darkest("BtnDois") + 40);
 }
