@@ -33,9 +33,12 @@ class ReportFile {
     std::string values;
     // As a list of rolls has them: codes, names, remarks, quantities, counts and days.
     for (int n = 1; n <= 7; ++n) {
-      const std::string number = std::to_string(n);
-      columns += "CODIGO" + number + " VARCHAR(15), NOME" + number + " VARCHAR(60), QTDE" + number +
-                 " DOUBLE PRECISION, CONTA" + number + " INTEGER, DIA" + number + " DATE, ";
+      for (const char* kind : {"CODIGO? VARCHAR(15), ", "NOME? VARCHAR(60), ", "QTDE? DOUBLE PRECISION, ",
+                               "CONTA? INTEGER, ", "DIA? DATE, "}) {
+        std::string column = kind;
+        column.replace(column.find('?'), 1, std::to_string(n));
+        columns += column;
+      }
       values += "'M' || :N, 'MEIA MALHA PENTEADA 30/1 ' || :N, :N / 7e0, :N, DATE '2026-01-01' + MOD(:N, 365), ";
     }
     database->Execute("CREATE TABLE RELATORIO (" + columns.substr(0, columns.size() - 2) + ")", {});

@@ -85,12 +85,12 @@ TEST_F(LockRows, ThoseHeldBeforeAnErrorStayHeld) {
 // Two stations hold two records each, by their keys: the first waits for a lock that the second has already, and the
 // second for one of the first's, though no record is wanted by both.
 TEST_F(LockRows, HeldOneByOneInTheOrderOfTheirKeysStationsStandStill) {
-  const auto [first, second, third, fourth] = Crossing();
-  ASSERT_LT(first, second);
-  ASSERT_LT(third, fourth);
+  const auto numbers = Crossing();
+  ASSERT_LT(numbers[0], numbers[1]);
+  ASSERT_LT(numbers[2], numbers[3]);
   const auto other = OpenAnother();
-  Db().LockRow("T", "NUMERO", first);
-  other->LockRow("T", "NUMERO", third);
+  Db().LockRow("T", "NUMERO", numbers[0]);
+  other->LockRow("T", "NUMERO", numbers[2]);
   std::atomic<int> refused = 0;
   const auto go_on = [&](Database& database, const std::string& number) {
     try {
@@ -101,8 +101,8 @@ TEST_F(LockRows, HeldOneByOneInTheOrderOfTheirKeysStationsStandStill) {
       database.EndAction(Outcome::kFailed);
     }
   };
-  std::thread thread([&] { go_on(*other, fourth); });
-  go_on(Db(), second);
+  std::thread thread([&] { go_on(*other, numbers[3]); });
+  go_on(Db(), numbers[1]);
   thread.join();
   EXPECT_GE(refused, 1);
 }
