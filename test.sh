@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds everything and runs what a contributor must pass. Usage: ./test.sh [--asan] [--no-lint] [--tidy-all] [--soak]
 #   --asan     builds and runs the suite with the address and undefined-behaviour sanitizers instead
-#   --no-lint  leaves out clang-format and clang-tidy
+#   --no-lint  leaves out clang-format, clang-tidy and the release build of what changed
 #   --tidy-all clang-tidy reads all files, not only what changed since the commit in .ci/tidied
 #   --soak     adds the slow tests
 set -euo pipefail
@@ -24,17 +24,18 @@ ensure_packages run test
 # TECELAGEM_PCH=ON: for a build from nothing that no compiler cache helps.
 cmake --preset "$preset" -DTECELAGEM_PCH="${TECELAGEM_PCH:-OFF}" >/dev/null
 cmake --build --preset "$preset"
-# The tests wait for disks and windows much of the time; meanwhile clang-tidy reads.
+# The tests wait for disks and windows much of the time; meanwhile clang-tidy reads, and what changed is compiled as the
+# release preset does.
 tidy= tidy_log=build/$preset/tidy.log
 if [ "$lint" = yes ]; then
-  scripts/lint.sh "$tidy_what" "build/$preset" >"$tidy_log" 2>&1 &
+  { scripts/lint.sh "$tidy_what" "build/$preset" && scripts/lint.sh release; } >"$tidy_log" 2>&1 &
   tidy=$!
 fi
 tests=passed
 ctest --preset "$preset" -j $(($(nproc) + 1)) || tests=failed
 if [ -n "$tidy" ] && ! wait "$tidy"; then
   cat "$tidy_log"
-  echo "clang-tidy found something; see above." >&2
+  echo "clang-tidy or the release build found something; see above." >&2
   exit 1
 fi
 [ "$tests" = passed ]

@@ -1,7 +1,7 @@
 #include "app/person.h"
 
 #include "app/file_content.h"
-#include "app/services/storable_text.h"
+#include "app/firebird/storable_text.h"
 #include "host/text.h"
 
 namespace app {
@@ -12,7 +12,7 @@ std::optional<std::string> AnswerObjection(std::size_t longest, std::string_view
     return "No máximo " + std::to_string(longest) + (longest == 1 ? " caractere" : " caracteres") + "; o texto tem " +
            std::to_string(length) + ".";
   }
-  return services::WhyNotStorable(text);
+  return firebird::WhyNotStorable(text);
 }
 
 std::optional<host::ChosenFile> Person::ChooseFile(std::string_view title, std::string_view kinds,

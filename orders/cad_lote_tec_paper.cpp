@@ -1,4 +1,6 @@
 // From the order to paper and labels: the printout, metres made into a quantity, the labels of the rolls to come.
+#include <utility>
+
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/kit/busy.h"
@@ -82,13 +84,13 @@ void TfmCadLoteTec::BtnImprimirClick() {
 void TfmCadLoteTec::ReadPrintedOrder() {
   const std::string number = EdtNumero.Text();
   weaving::HoldOrder(database_, number);
-  const auto order = report_.Order(number);
+  auto order = report_.Order(number);
   if (order->IsEmpty()) Refuse("A ordem " + number + " acaba de ser excluída. Nada foi impresso.");
-  QryRelatorio.LoadFrom(*order);
+  QryRelatorio.LoadFrom(std::move(order));
   QryRelatorio.SetIndex("CODIGO;COR");
   ExplodePrintedOrder();
-  if (const auto patterns = report_.StitchPatterns(OrderReport::Items(QryRelatorio))) {
-    QryRaport.LoadFrom(*patterns);
+  if (auto patterns = report_.StitchPatterns(OrderReport::Items(QryRelatorio))) {
+    QryRaport.LoadFrom(std::move(patterns));
   } else {
     QryRaport.CreateFields(StitchFields());
   }

@@ -1,4 +1,6 @@
 // The order search of the order screen, and the way from its list to an order.
+#include <utility>
+
 #include "host/kit/busy.h"
 #include "host/kit/described_code.h"
 #include "orders/cad_lote_tec.h"
@@ -46,19 +48,19 @@ void TfmCadLoteTec::ProposePeriod() {
 
 void TfmCadLoteTec::BtnAConsultarClick() {
   const host::Busy busy(*this);
-  const auto found = search_.Find({.from = EdtADe.GetDate(),
-                                   .to = EdtAAte.GetDate(),
-                                   .mill = EdtAMalharia.Text(),
-                                   .delivery_term = EdtAPrazo.Text(),
-                                   .machine = EdtAMaquina.Text(),
-                                   .material = EdtAMaterial.Text(),
-                                   .sheet = EdtAFicha.Text(),
-                                   .flow = EdtAFluxo.Text(),
-                                   .colour = EdtACor.Text(),
-                                   .sales_order = EdtAPedido.Text(),
-                                   .state = Asked(RgASituacao),
-                                   .remark = EdtAObs.Text()});
-  TbAcesso.LoadFrom(*found);
+  auto found = search_.Find({.from = EdtADe.GetDate(),
+                             .to = EdtAAte.GetDate(),
+                             .mill = EdtAMalharia.Text(),
+                             .delivery_term = EdtAPrazo.Text(),
+                             .machine = EdtAMaquina.Text(),
+                             .material = EdtAMaterial.Text(),
+                             .sheet = EdtAFicha.Text(),
+                             .flow = EdtAFluxo.Text(),
+                             .colour = EdtACor.Text(),
+                             .sales_order = EdtAPedido.Text(),
+                             .state = Asked(RgASituacao),
+                             .remark = EdtAObs.Text()});
+  TbAcesso.LoadFrom(std::move(found));
   for (const char* quantity : {"QTDE", "BAIXADO"}) TbAcesso[quantity].SetFormat("0.000");
   DBGrid1.SetColumns(SearchColumns());
   if (!TbAcesso.IsEmpty()) DBGrid1.SetFocus();

@@ -18,13 +18,13 @@ double QuantityInStock(const NewRoll& roll) {
   return CountedByWeight(roll.unit) ? host::WithoutNoise(roll.kilograms / roll.unit_weight) : roll.kilograms;
 }
 
-FabricEntry::FabricEntry(host::Host& host, NewRoll roll)
-    : host_(host), statements_(host), prices_(host), roll_(std::move(roll)) {}
+FabricEntry::FabricEntry(host::Host& host, NewRoll roll, int number)
+    : host_(host), statements_(host), prices_(host), roll_(std::move(roll)), number_(number) {}
 
 void FabricEntry::Enter(const std::string& lot, const YarnCost& yarn) {
   const double quantity = QuantityInStock(roll_);
   const double unit_cost = yarn.total / quantity + prices_.Service(roll_.client, roll_.fabric);
-  const auto movement = NewRollMovement(host_, roll_);
+  const auto movement = NewRollMovement(host_, roll_, number_);
   movement->Material = roll_.fabric;
   movement->Cor = roll_.colour;
   movement->Lote = lot;

@@ -21,7 +21,8 @@ double QuantityInStock(const NewRoll& roll);
 
 class FabricEntry {
  public:
-  FabricEntry(host::Host& host, NewRoll roll);
+  /// Of roll `number` of its order.
+  FabricEntry(host::Host& host, NewRoll roll, int number);
 
   /// Moves the roll into stock under `lot` and writes the fabric's price. Throws at what failed; what it wrote before
   /// is the caller's to undo.
@@ -34,6 +35,7 @@ class FabricEntry {
   Statements statements_;
   MillPrice prices_;
   NewRoll roll_;
+  int number_;
 };
 
 }  // namespace weaving

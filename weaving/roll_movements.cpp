@@ -8,9 +8,10 @@ constexpr const char* kDocumentKind = "BT";
 
 }  // namespace
 
-std::unique_ptr<host::TEstoque> NewRollMovement(host::Host& host, const NewRoll& roll) {
+std::unique_ptr<host::TEstoque> NewRollMovement(host::Host& host, const NewRoll& roll, int number) {
   auto movement = host.NewEstoque();
   movement->Documento = roll.order;
+  movement->Ordem = number;
   movement->TipoDocumento = kDocumentKind;
   movement->Cliente = roll.client;
   movement->Maquina = roll.machine;
@@ -27,6 +28,8 @@ std::unique_ptr<host::TEstoque> NewRollMovement(host::Host& host, const NewRoll&
 std::unique_ptr<host::TEstoque> NewReversalMovement(host::Host& host, const StoredRoll& roll, const ReversedBy& by) {
   auto movement = host.NewEstoque();
   movement->Documento = roll.order;
+  movement->Ordem = roll.number;
+  movement->Estorno = true;
   movement->TipoDocumento = kDocumentKind;
   movement->Cliente = by.client;
   movement->Funcionario = by.employee;

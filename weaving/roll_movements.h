@@ -8,8 +8,8 @@
 
 namespace weaving {
 
-/// A movement of a roll that is being written off, filled but for material, quantity and price.
-std::unique_ptr<host::TEstoque> NewRollMovement(host::Host& host, const NewRoll& roll);
+/// A movement of roll `number`, which is being written off, filled but for material, quantity and price.
+std::unique_ptr<host::TEstoque> NewRollMovement(host::Host& host, const NewRoll& roll, int number);
 
 /// Who takes a roll back, and when.
 struct ReversedBy {

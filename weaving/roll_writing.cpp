@@ -67,7 +67,7 @@ WrittenRoll RollWriting::EnterFabric(const std::vector<YarnLot>& lots) {
     database_.SetSavepoint(kBeforeFabric);
     marked = true;
     WrittenRoll written = {.number = number_, .lot = Lot()};
-    FabricEntry(host_, roll_).Enter(written.lot, CostOf(lots));
+    FabricEntry(host_, roll_, number_).Enter(written.lot, CostOf(lots));
     database_.CommitRetaining();
     return written;
   } catch (const std::exception& error) {

@@ -97,7 +97,10 @@ std::unique_ptr<host::TTIQuery> Statements::Batch(std::string_view text, Values 
 }
 
 void Statements::ExecuteTogether(const std::vector<Sql>& statements) const {
-  for (const Sql& statement : statements) Execute(statement);
+  std::vector<std::string> texts;
+  texts.reserve(statements.size());
+  for (const Sql& statement : statements) texts.push_back(statement.Text());
+  database_.ExecTogether(texts);
 }
 
 }  // namespace weaving

@@ -37,7 +37,11 @@ YarnMovements::YarnMovements(host::Host& host, NewRoll roll, int number)
     : host_(host), statements_(host), roll_(std::move(roll)), number_(number) {}
 
 void YarnMovements::TakeOut(const StockLot& lot, double quantity, double price) {
-  Move(lot, quantity, price, true);
+  const auto out = Movement(lot, quantity);
+  out->Saida = true;
+  out->PrecoUnitario = price;
+  out->Custo = price;
+  out->MovimentaEstoqueMaterial(true, true);
   const double reserved = ReservedOfLot(statements_, roll_.order, lot);
   const double left = host::WithoutNoise(reserved - quantity);
   const bool crumb = left > 0 && left < kCrumb;
@@ -46,18 +50,16 @@ void YarnMovements::TakeOut(const StockLot& lot, double quantity, double price) 
   ReduceReservation(lot, crumb ? reserved : host::RoundTo(quantity, 3));
 }
 
-void YarnMovements::Move(const StockLot& lot, double quantity, double price, bool out) {
-  const auto movement = NewRollMovement(host_, roll_);
+// Also what comes back is booked under the kind of an issue: it was one that did not happen.
+std::unique_ptr<host::TEstoque> YarnMovements::Movement(const StockLot& lot, double quantity) const {
+  auto movement = NewRollMovement(host_, roll_, number_);
   movement->Material = lot.code;
   movement->Cor = lot.colour;
   movement->Lote = lot.lot;
   movement->Deposito = lot.deposit;
   movement->Quantidade = quantity;
-  movement->Saida = out;
-  movement->PrecoUnitario = price;
-  movement->Custo = price;
   movement->TipoMovimento = movement->CodigoTipoMovEstoque(host::kMovementOutbound);
-  movement->MovimentaEstoqueMaterial(true, true);
+  return movement;
 }
 
 void YarnMovements::Record(const StockLot& lot, double quantity) {
@@ -99,7 +101,10 @@ AND BAIXA_FIO.ORDEM = :number)",
   for (; !taken->Eof(); taken->Next()) {
     const StockLot lot = {taken->FieldByName("CODIGO").AsText(), taken->FieldByName("COR").AsText(),
                           taken->FieldByName("DEPOSITO").AsText(), taken->FieldByName("LOTE").AsText()};
-    Move(lot, taken->FieldByName("QTDE").AsFloat(), 0, false);
+    const auto in = Movement(lot, taken->FieldByName("QTDE").AsFloat());
+    in->Saida = false;
+    in->Estorno = true;
+    in->MovimentaEstoqueMaterial(true, true);
   }
   statements_.Execute("DELETE FROM {BAIXA_FIO} WHERE NUMERO = :order AND ORDEM = :number",
                       {{"order", roll_.order}, {"number", number_}});

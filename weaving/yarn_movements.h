@@ -1,6 +1,9 @@
 // Yarn out of stock for a roll, and back when the roll fails.
 #pragma once
 
+#include <memory>
+#include <string_view>
+
 #include "host/host.h"
 #include "weaving/roll.h"
 #include "weaving/statement.h"
@@ -23,7 +26,7 @@ class YarnMovements {
   void BringBack();
 
  private:
-  void Move(const StockLot& lot, double quantity, double price, bool out);
+  std::unique_ptr<host::TEstoque> Movement(const StockLot& lot, double quantity) const;
   void Record(const StockLot& lot, double quantity);
   void ReduceReservation(const StockLot& lot, double quantity);
 

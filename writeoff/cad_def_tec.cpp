@@ -4,6 +4,7 @@
 
 #include "host/errors.h"
 #include "host/kit/columns.h"
+#include "host/kit/described_code.h"
 #include "host/restored.h"
 #include "host/text.h"
 #include "weaving/hold.h"
@@ -168,15 +169,9 @@ void TfmCadDefTec::ShowHeader() {
   BitBtn1.SetEnabled(can_register);
   LblAviso.SetVisible(!can_register);
 
-  LblArtigo.SetText("");
   LblFunc.SetText("");
   LblTurno.SetText("");
-  if (!EdtArtigo.Text().empty()) {
-    LblArtigo.SetText(
-        Services()
-            .Busca_Valor("MATERIAL", "CODIGO", "DESCRICAO", Services().Aspas(EdtArtigo.Text()), true, true)
-            .AsText());
-  }
+  LblArtigo.SetText(host::DescriptionOf(Services(), {"MATERIAL", "CODIGO", "DESCRICAO"}, EdtArtigo.Text()));
   if (EdtFunc.Text().empty()) return;
   const auto person = EmployeeOf(GetHost(), EdtFunc.Text());
   if (!person) return;

@@ -6,6 +6,7 @@
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/kit/columns.h"
+#include "host/kit/described_code.h"
 #include "host/restored.h"
 #include "host/text.h"
 #include "weaving/expected_rolls.h"
@@ -257,13 +258,13 @@ bool TfmMovBaiTec::HasUnsavedWork() const { return Quantity() > 0; }
 void TfmMovBaiTec::BuscaDados(bool reload) {
   const std::string order = Order();
   const auto items = ItemsOfOrder(GetHost(), order);
-  const auto rolls = RollsOfOrder(GetHost(), order);
+  auto rolls = RollsOfOrder(GetHost(), order);
 
   if (order != loaded_order_) TbBaixas.Empty();
   loaded_order_ = order;
   if (!reload) ShowHeader(*items);
   ShowItems(*items, reload);
-  ShowRolls(*rolls);
+  ShowRolls(std::move(rolls));
 }
 
 void TfmMovBaiTec::ShowHeader(host::TTIQuery& order) {
@@ -304,17 +305,15 @@ void TfmMovBaiTec::AppendItem(host::TTIQuery& order) {
   TbItens.Post();
 }
 
-void TfmMovBaiTec::ShowRolls(host::TTIQuery& rolls) {
-  TbRolos.LoadFrom(rolls);
+void TfmMovBaiTec::ShowRolls(std::unique_ptr<host::TTIQuery> rolls) {
+  TbRolos.LoadFrom(std::move(rolls));
   TbRolos["QTDE"].SetFormat("0.000");
   TbRolos["QTDE_R"].SetFormat("0");
   GrdRolos.SetColumns(RollColumns());
 }
 
 std::string TfmMovBaiTec::DescriptionOf(std::string_view table, std::string_view key, std::string_view code) const {
-  const std::string trimmed = host::Trim(code);
-  if (trimmed.empty()) return {};
-  return Services().Busca_Valor(table, key, "DESCRICAO", Services().Aspas(trimmed), true, true).AsText();
+  return host::DescriptionOf(Services(), {table, key, "DESCRICAO"}, host::Trim(code));
 }
 
 void TfmMovBaiTec::EdtFuncExit() {

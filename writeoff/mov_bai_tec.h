@@ -1,6 +1,7 @@
 // The write-off of a weaving order: every roll that comes back from the loom is confirmed here.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -113,7 +114,7 @@ class TfmMovBaiTec : public host::Screen, public yarn::YarnWriteOffOpener {
   void ShowItem();
   void ShowHeader(host::TTIQuery& order);
   void ShowItems(host::TTIQuery& order, bool reload);
-  void ShowRolls(host::TTIQuery& rolls);
+  void ShowRolls(std::unique_ptr<host::TTIQuery> rolls);
   void AppendItem(host::TTIQuery& order);
 
   void CheckInputs();

@@ -4,6 +4,7 @@
 #include "host/decimal.h"
 #include "host/errors.h"
 #include "host/kit/columns.h"
+#include "host/kit/described_code.h"
 #include "host/text.h"
 #include "weaving/parameters.h"
 #include "weaving/stock_lot.h"
@@ -93,11 +94,8 @@ TFmMovBaiFio::TFmMovBaiFio(host::Host& host)
   EdtDeposito.Lookup = &PqDeposito;
   EdtLote.Lookup = &PqLote;
   EdtDeposito.OnChange = [this] {
-    const std::string code = host::Trim(EdtDeposito.Text());
     LblDeposito.SetText(
-        code.empty()
-            ? std::string()
-            : Services().Busca_Valor("DEPOSITO", "CODIGO", "DESCRICAO", Services().Aspas(code), true, true).AsText());
+        host::DescriptionOf(Services(), {"DEPOSITO", "CODIGO", "DESCRICAO"}, host::Trim(EdtDeposito.Text())));
   };
   EdtDeposito.OnExit = [this] { FiltraFio(); };
   PqDeposito.OnFechaPesquisa = [this] {

@@ -8,13 +8,13 @@
 #include "app/embedded.h"
 #include "app/firebird/attachment.h"
 #include "app/firebird/migrations.h"
+#include "app/firebird/storable_text.h"
 #include "app/reports.h"
 #include "app/services/database_offer.h"
 #include "app/services/general_services.h"
 #include "app/services/parameters.h"
 #include "app/services/periods.h"
 #include "app/services/stock.h"
-#include "app/services/storable_text.h"
 #include "app/services/tables.h"
 #include "app/services/user_settings.h"
 #include "app/services/users.h"
@@ -153,7 +153,7 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   void ScreenGone(host::Screen& screen) override { person_.ScreenGone(screen); }
   bool MayClose(host::Screen& screen) override { return person_.MayClose(screen); }
   void Settled() override { person_.Settled(); }
-  std::optional<std::string> CheckStorable(std::string_view text) override { return services::WhyNotStorable(text); }
+  std::optional<std::string> CheckStorable(std::string_view text) override { return firebird::WhyNotStorable(text); }
 
  private:
   // --- services::Windows -----------------------------------------------------------------------------------------

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <regex>
 
+#include "app/firebird/storable_text.h"
 #include "app/services/rule_formula.h"
-#include "app/services/storable_text.h"
 #include "app/tables/import_rules.h"
 #include "host/decimal.h"
 #include "host/errors.h"
@@ -32,7 +32,7 @@ Cell ReadNothing(const tables::TableShape& shape, const tables::Column& column) 
 
 Cell ReadText(const tables::TableShape& shape, const tables::Column& column, const std::string& text,
               const FormulaCheck& check_formula) {
-  if (auto reason = services::WhyNotStorable(text)) return Refused(std::move(*reason));
+  if (auto reason = firebird::WhyNotStorable(text)) return Refused(std::move(*reason));
   if (column.kind == tables::ColumnKind::kText && host::Length(text) > static_cast<std::size_t>(column.width)) {
     return Refused(Quoted(text) + " tem " + std::to_string(host::Length(text)) + " caracteres; cabem " +
                    std::to_string(column.width) + ".");

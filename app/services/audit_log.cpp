@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "app/services/storable_text.h"
+#include "app/firebird/storable_text.h"
 #include "host/text.h"
 
 namespace app::services {
@@ -15,7 +15,7 @@ constexpr std::size_t kUserWidth = 50;
 constexpr std::size_t kSubjectWidth = 40;
 constexpr std::size_t kKeyWidth = 40;
 
-std::string Fit(std::string_view text, std::size_t width) { return host::Left(MakeStorable(text), width); }
+std::string Fit(std::string_view text, std::size_t width) { return host::Left(firebird::MakeStorable(text), width); }
 
 // Rows are numbered as they are written; the moment is the station's, whose clock may be wrong.
 std::unique_ptr<host::TTIQuery> NewestFirst(firebird::Database& database, const std::string& what,

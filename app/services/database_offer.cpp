@@ -5,8 +5,8 @@
 #include <sstream>
 #include <utility>
 
+#include "app/firebird/storable_text.h"
 #include "app/services/offered_columns.h"
-#include "app/services/storable_text.h"
 #include "app/tables/descriptions.h"
 #include "host/decimal.h"
 #include "host/errors.h"
@@ -22,7 +22,7 @@ constexpr std::size_t kLongestText = 255;
 constexpr std::string_view kText = "CAST(? AS VARCHAR(255) CHARACTER SET WIN1252)";
 
 bool CanStandInARow(std::string_view text) {
-  return host::Length(text) <= kLongestText && !WhyNotStorable(text).has_value();
+  return host::Length(text) <= kLongestText && !firebird::WhyNotStorable(text).has_value();
 }
 
 std::vector<std::string> Words(std::string_view text) {

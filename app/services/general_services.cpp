@@ -1,5 +1,7 @@
 #include "app/services/general_services.h"
 
+#include <algorithm>
+
 #include "app/scale/frame.h"
 #include "app/services/audit_log.h"
 #include "app/services/key_condition.h"
@@ -34,14 +36,31 @@ bool GeneralServices::Existe(std::string_view table, std::string_view columns, s
 
 host::Value GeneralServices::Busca_Valor(std::string_view table, std::string_view columns, std::string_view result,
                                          std::string_view quoted, bool company, bool trim) {
+  const std::string physical = DBLocal(table, company);
   const auto query = parts_.database.NewQuery();
-  query->SQL.Add("SELECT FIRST 1 " + std::string(result) + " FROM " + DBLocal(table, company));
+  query->SQL.Add("SELECT FIRST 1 " + std::string(result) + " FROM " + physical);
   query->SQL.Add("WHERE " + KeyCondition(columns, quoted, ';'));
+  if (const std::string order = FirstRowOrder(physical, columns); !order.empty()) query->SQL.Add(order);
   query->Open();
   if (query->IsEmpty()) return {};
   const host::Value& value = query->Field(0);
   if (trim && value.IsText()) return host::Trim(value.AsText());
   return value;
+}
+
+// Of several rows the one that stands first by the table's key: where the engine put it would change with every save.
+// Nothing where the condition leaves one row at the most, or the table has no key.
+std::string GeneralServices::FirstRowOrder(const std::string& table, std::string_view columns) {
+  const std::vector<std::string> asked = host::SplitOutsideQuotes(columns, ';');
+  const auto is_asked = [&asked](const std::string& column) {
+    return std::any_of(asked.begin(), asked.end(),
+                       [&column](const std::string& name) { return host::SameName(host::Trim(name), column); });
+  };
+  std::string order;
+  for (const std::string& column : keys_.Of(table)) {
+    if (!is_asked(column)) order += (order.empty() ? "ORDER BY " : ", ") + column;
+  }
+  return order;
 }
 
 std::string GeneralServices::Proximo(std::string_view table, std::string_view column, int width, bool company) {

@@ -9,6 +9,7 @@
 #include "app/services/numbering.h"
 #include "app/services/parameters.h"
 #include "app/services/users.h"
+#include "app/tables/primary_key.h"
 #include "host/funcoes.h"
 #include "host/host.h"
 
@@ -43,7 +44,8 @@ class GeneralServices : public host::Funcoes {
     const host::Clock& clock;
     Windows& windows;
   };
-  GeneralServices(Parts parts, User user) : parts_(parts), user_(std::move(user)), numbering_(parts.database) {}
+  GeneralServices(Parts parts, User user)
+      : parts_(parts), user_(std::move(user)), numbering_(parts.database), keys_(parts.database) {}
 
   std::string vUsuario() const override { return user_.name; }
   std::string vUsuarioCodigo() const override { return user_.code; }
@@ -79,9 +81,12 @@ class GeneralServices : public host::Funcoes {
   double PegaPesoBalanca(std::string_view received, char terminator) override;
 
  private:
+  std::string FirstRowOrder(const std::string& table, std::string_view columns);
+
   Parts parts_;
   User user_;
   Numbering numbering_;
+  tables::PrimaryKeys keys_;
 };
 
 }  // namespace app::services

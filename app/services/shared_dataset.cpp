@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "app/tables/primary_key.h"
 #include "host/errors.h"
 #include "host/text.h"
 
@@ -97,11 +98,7 @@ const std::vector<std::string>& TableDataset::Columns() const {
 
 const std::vector<std::string>& TableDataset::KeyColumns() const {
   if (key_.empty()) {
-    constexpr std::string_view sql = R"(SELECT S.RDB$FIELD_NAME FROM RDB$RELATION_CONSTRAINTS C
-INNER JOIN RDB$INDEX_SEGMENTS S ON S.RDB$INDEX_NAME = C.RDB$INDEX_NAME
-WHERE C.RDB$RELATION_NAME = ? AND C.RDB$CONSTRAINT_TYPE = 'PRIMARY KEY' ORDER BY S.RDB$FIELD_POSITION)";
-    const auto rows = database_.Query(sql, {database_.PhysicalName(table_)});
-    key_ = FirstColumn(*rows);
+    key_ = tables::PrimaryKeyOf(database_, database_.PhysicalName(table_));
     if (key_.empty()) throw std::logic_error(table_ + " has no primary key and cannot be edited");
   }
   return key_;

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <optional>
 
+#include "app/firebird/storable_text.h"
 #include "app/services/audit_log.h"
 #include "app/services/passwords.h"
-#include "app/services/storable_text.h"
 #include "host/errors.h"
 #include "host/text.h"
 
@@ -31,7 +31,7 @@ FROM (SELECT CAST(? AS VARCHAR(50)) AS NOME FROM RDB$DATABASE) DIGITADO
 INNER JOIN TEC_USUARIO U ON UPPER(U.CODIGO) = UPPER(DIGITADO.NOME) OR UPPER(U.NOME) = UPPER(DIGITADO.NOME)
 ORDER BY CASE WHEN U.CODIGO = DIGITADO.NOME THEN 1 WHEN UPPER(U.CODIGO) = UPPER(DIGITADO.NOME) THEN 2
   WHEN U.NOME = DIGITADO.NOME THEN 3 ELSE 4 END, U.CODIGO)";
-  if (name.empty() || host::Length(name) > kNameWidth || WhyNotStorable(name)) return std::nullopt;
+  if (name.empty() || host::Length(name) > kNameWidth || firebird::WhyNotStorable(name)) return std::nullopt;
   const auto rows = database.Query(sql, {name});
   if (rows->IsEmpty()) return std::nullopt;
   Account account;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/tables/primary_key.h"
 #include "host/text.h"
 
 namespace app::tables {
@@ -16,12 +17,6 @@ FROM RDB$RELATION_FIELDS RF
 INNER JOIN RDB$FIELDS F ON F.RDB$FIELD_NAME = RF.RDB$FIELD_SOURCE
 WHERE RF.RDB$RELATION_NAME = ?
 ORDER BY RF.RDB$FIELD_POSITION)";
-
-constexpr std::string_view kKeySql = R"(SELECT TRIM(S.RDB$FIELD_NAME) AS NOME
-FROM RDB$RELATION_CONSTRAINTS C
-INNER JOIN RDB$INDEX_SEGMENTS S ON S.RDB$INDEX_NAME = C.RDB$INDEX_NAME
-WHERE C.RDB$RELATION_NAME = ? AND C.RDB$CONSTRAINT_TYPE = 'PRIMARY KEY'
-ORDER BY S.RDB$FIELD_POSITION)";
 
 // The numbers are the engine's own codes of column types.
 ColumnKind KindOf(std::int64_t type) {
@@ -79,8 +74,7 @@ TableShape ReadTableShape(firebird::Database& database, std::string_view table) 
     column.fills = Constant(columns->FieldByName("PADRAO").AsText());
     shape.columns.push_back(std::move(column));
   }
-  const auto key = database.Query(kKeySql, {physical});
-  for (; !key->Eof(); key->Next()) shape.key_columns.push_back(key->FieldByName("NOME").AsText());
+  shape.key_columns = PrimaryKeyOf(database, physical);
   const bool numbered = std::any_of(shape.key_columns.begin(), shape.key_columns.end(),
                                     [&](const std::string& name) { return shape.Find(name)->filled_by_database; });
   if (numbered) shape.key_columns.clear();

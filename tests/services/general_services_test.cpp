@@ -74,6 +74,19 @@ TEST_F(GeneralServices, FindsOneValueByItsKeys) {
       6.5);
 }
 
+TEST_F(GeneralServices, OfSeveralRowsTheFirstByTheTablesKeySpeaks) {
+  for (const char* code : {"Z9", "A1", "K5"}) {
+    mill_.Insert("DEPOSITO", {{"CODIGO", code}, {"DESCRICAO", code}, {"PRIORIDADE", "7"}});
+  }
+  EXPECT_EQ(Find("DEPOSITO", "PRIORIDADE", "DESCRICAO", Quoted("7")).AsText(), "A1");
+  mill_.TakeStatements();
+  Find("DEPOSITO", "PRIORIDADE", "DESCRICAO", Quoted("7"));
+  Find("DEPOSITO", "CODIGO", "DESCRICAO", Quoted("A1"));
+  EXPECT_EQ(mill_.TakeStatements(),
+            std::vector<std::string>({"SELECT FIRST 1 DESCRICAO FROM DEPOSITO WHERE PRIORIDADE = '7' ORDER BY CODIGO",
+                                      "SELECT FIRST 1 DESCRICAO FROM DEPOSITO WHERE CODIGO = 'A1'"}));
+}
+
 TEST_F(GeneralServices, NothingFoundIsNull) {
   const host::Value none = Find("CADCORTI", "CODCLI;CODIGO", "CUSTO", Quoted("M00004") + ";" + Quoted("F1"));
   EXPECT_TRUE(none.IsNull());

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "app/firebird/database.h"
-#include "write_off_mill.h"
+#include "writeoff/write_off_mill.h"
 
 namespace test {
 

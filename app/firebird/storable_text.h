@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace app::services {
+namespace app::firebird {
 
 /// Why this text cannot be stored, as one Portuguese sentence that names the first character concerned; nothing when
 /// it can.
@@ -14,4 +14,4 @@ std::optional<std::string> WhyNotStorable(std::string_view text);
 /// The text with every character that cannot be stored replaced by "?".
 std::string MakeStorable(std::string_view text);
 
-}  // namespace app::services
+}  // namespace app::firebird

@@ -1,11 +1,11 @@
-#include "app/services/storable_text.h"
+#include "app/firebird/storable_text.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
 
-namespace app::services {
+namespace app::firebird {
 namespace {
 
 struct Character {
@@ -86,4 +86,4 @@ std::string MakeStorable(std::string_view text) {
   return result;
 }
 
-}  // namespace app::services
+}  // namespace app::firebird
