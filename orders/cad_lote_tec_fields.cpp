@@ -1,3 +1,4 @@
+// The order screen: fields and columns of its datasets.
 #include "orders/cad_lote_tec_fields.h"
 
 #include "host/kit/columns.h"

@@ -8,12 +8,17 @@ namespace weaving {
 
 RollReversal::RollReversal(host::Host& host) : host_(host), statements_(host) {}
 
+Sql RollReversal::OfRoll(const StoredRoll& roll) const {
+  return statements_.Write("WHERE NUMERO = :order AND ORDEM = :number",
+                           {{"order", roll.order}, {"number", roll.number}});
+}
+
 RollReversal::Standing RollReversal::Look(const StoredRoll& roll) const {
   const auto stored = statements_.Open(R"(
 SELECT CODIGO, COR, DT_LAN, QTDE, QTDE_R, DEPOSITO, MAQUINA, FUNCIONARIO, TURNO, LOTE, LOCAL, PEDIDO
 FROM {TECELB}
-WHERE NUMERO = :order AND ORDEM = :number)",
-                                       {{"order", roll.order}, {"number", roll.number}});
+:of_roll)",
+                                       {{"of_roll", OfRoll(roll)}});
   if (stored->IsEmpty()) return Standing::kGone;
   const auto text = [&stored](std::string_view column) { return stored->FieldByName(column).AsText(); };
   // The number of a roll that was taken back may be another roll's by now.
@@ -47,8 +52,8 @@ void RollReversal::Write(const Reversal& reversal) {
   OrderItem(host_, roll).Lower();
   statements_.ExecuteTogether({statements_.Write(R"(
 DELETE FROM {TECELB}
-WHERE NUMERO = :order AND ORDEM = :number)",
-                                                 {{"order", roll.order}, {"number", roll.number}}),
+:of_roll)",
+                                                 {{"of_roll", OfRoll(roll)}}),
                                statements_.Write(R"(
 DELETE FROM {DEF_MOV}
 WHERE NUMERO = :order AND ROLO = :number AND TIPO = 'T')",

@@ -39,6 +39,7 @@ class RollReversal {
   void Write(const Reversal& reversal);
 
  private:
+  Sql OfRoll(const StoredRoll& roll) const;
   void TakeFabricOut(const Reversal& reversal);
 
   host::Host& host_;

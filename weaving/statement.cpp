@@ -31,6 +31,7 @@ Sql Statements::Write(std::string_view text, Values values) const {
   if (!text.empty() && text.front() == '\n') text.remove_prefix(1);
   std::vector<bool> used(values.size());
   std::string sql;
+  sql.reserve(text.size() * 2);
   bool quoted = false;
   std::size_t at = 0;
   while (at < text.size()) {

@@ -1,3 +1,4 @@
+// The defects register: its components, the rows that are loaded and typed, what is stored of them.
 #include "writeoff/cad_def_tec.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// The write-off screen: its components and lists, the order that it loads, what the grid of items does.
 #include "writeoff/mov_bai_tec.h"
 
 #include <utility>
