@@ -23,5 +23,6 @@ endfunction()
 
 set(STANDARD_HEADERS <algorithm> <functional> <map> <memory> <optional> <stdexcept> <string> <string_view> <utility>
   <vector>)
+set(PAPER_HEADERS <QByteArray> <QFont> <QImage> <QJSEngine> <QJSValue> <QPainter> <QString>)
 set(WINDOW_HEADERS <QApplication> <QDialog> <QHBoxLayout> <QLabel> <QLineEdit> <QMessageBox> <QPainter> <QPointer>
   <QPushButton> <QString> <QTableView> <QTimer> <QVBoxLayout> <QWidget>)

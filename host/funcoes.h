@@ -62,8 +62,8 @@ class Funcoes {
   /// count.
   virtual bool Existe(std::string_view table, std::string_view columns, std::string_view quoted,
                       Database& database) = 0;
-  /// `result` of the first row whose `columns` (joined by ";") have the `quoted` values (joined by ";"); null when
-  /// there is none. `company` as in DBLocal; `trim` takes blanks off a text result.
+  /// `result` of the first row, by the table's key, whose `columns` have the `quoted` values (both joined by ";"); null
+  /// when there is none. `company` as in DBLocal; `trim` takes blanks off a text result.
   virtual Value Busca_Valor(std::string_view table, std::string_view columns, std::string_view result,
                             std::string_view quoted, bool company, bool trim) = 0;
   /// The next free number of a column as text, zero-padded to `width`. Never the same twice, whatever other stations

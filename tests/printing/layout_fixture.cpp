@@ -1,7 +1,6 @@
 #include "tests/printing/layout_fixture.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <fstream>
 
 namespace test {
@@ -37,9 +36,9 @@ std::string LayoutTest::Refusal(const std::string& layout, char kind) {
 host::Dataset& LayoutTest::AddRows(int count, int group) {
   std::vector<FieldsOfRow> rows;
   for (int row = 1; row <= count; ++row) {
-    char name[8];
-    std::snprintf(name, sizeof name, "R%03d", row);
-    rows.push_back({{"Grupo", "G" + std::to_string((row - 1) / group + 1)}, {"Nome", name}, {"Qtde", row}});
+    std::string number = std::to_string(row);
+    number.insert(0, number.size() < 3 ? 3 - number.size() : 0, '0');
+    rows.push_back({{"Grupo", "G" + std::to_string((row - 1) / group + 1)}, {"Nome", "R" + number}, {"Qtde", row}});
   }
   host::Dataset& dataset = screen_.Add("TbLista", {"Grupo", "Nome", "Qtde"}, rows);
   if (count == 0) dataset.CreateFields({{"Grupo"}, {"Nome"}, {"Qtde", host::FieldType::kFloat}});

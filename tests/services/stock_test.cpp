@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <random>
 #include <thread>
 
@@ -306,10 +307,10 @@ TEST_F(Stock, TwoStationsShareALot) {
         options.database = mill_.Path();
         const auto database = app::firebird::Database::Open(options);
         for (int i = 0; i < 80; ++i) {
-          app::services::StockMovement movement(*database);
-          Fill(movement, {.quantity = i < 40 ? 1.0 : 1.5, .out = i >= 40, .price = 10});
+          const auto movement = std::make_unique<app::services::StockMovement>(*database);
+          Fill(*movement, {.quantity = i < 40 ? 1.0 : 1.5, .out = i >= 40, .price = 10});
           try {
-            movement.MovimentaEstoqueMaterial(true, true);
+            movement->MovimentaEstoqueMaterial(true, true);
             if (i >= 40) ++issued[station];
           } catch (const host::DatabaseError& error) {
             if (error.Code() != 0) throw;  // the lack of stock is expected, nothing else
