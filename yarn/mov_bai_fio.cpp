@@ -207,13 +207,16 @@ bool TFmMovBaiFio::TakeFromLot() {
   if (TbBaixa.IsEmpty() || TbEst.IsEmpty()) return false;
   const std::size_t need = CurrentNeed();
   const std::size_t lot = CurrentLot();
+  const weaving::YarnNeed need_before = consumption_.Needs()[need];
+  const weaving::YarnLot lot_before = consumption_.Lots()[lot];
+  // Leaving the list for a lot leaves its line in edit: what was typed there is wanted, though not stored yet.
+  consumption_.SetWanted(need, TbBaixa["Qtde"].AsFloat());
   const auto quantity = consumption_.Free(need, lot);
   if (!quantity) {
+    consumption_.SetWanted(need, need_before.wanted);
     Inform(kReservedByOthers);
     return false;
   }
-  const weaving::YarnNeed need_before = consumption_.Needs()[need];
-  const weaving::YarnLot lot_before = consumption_.Lots()[lot];
   const std::size_t line = TbBaixa.CurrentId();
   consumption_.Take(need, lot, *quantity);
   ShowLot(lot);

@@ -15,6 +15,8 @@ void TFmMovBaiFio::ConsultaFiosOF() {
     TbBaixa.Empty();
     TbEst.Empty();
     consumption_.Clear();
+    need_rows_.clear();
+    lot_rows_.clear();
     UsaFornecedorLote = weaving::Parameters(Services()).LotsNameSuppliers();
     ShowStockColumns();
     if (opener_ != nullptr) ShowNeeds();
@@ -103,7 +105,8 @@ void TFmMovBaiFio::ShowTaken() {
 }
 
 void TFmMovBaiFio::ShowNeed(std::size_t need) {
-  TbBaixa.GoToId(need_rows_[need]);
+  // Arriving would store what was typed there before the take is reckoned with.
+  if (TbBaixa.CurrentId() != need_rows_[need]) TbBaixa.GoToId(need_rows_[need]);
   TbBaixa.Edit();
   TbBaixa["Qtde"].Set(consumption_.Needs()[need].wanted);
   TbBaixa["Qt_Orig"].Set(consumption_.Needs()[need].computed);
