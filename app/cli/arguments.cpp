@@ -7,6 +7,7 @@
 #include <span>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "app/cli/scale_simulator.h"
 #include "app/reports.h"
@@ -16,6 +17,9 @@ namespace {
 
 constexpr const char* kPasswordVariable = "TECELAGEM_PASSWORD";
 constexpr const char* kSeeHelp = " (veja tecelagem --help)";
+// The arguments of the reports. The help tells them report by report; a group without name would hide them from it too,
+// but their names as well from what is said about them.
+constexpr const char* kOfReports = "Argumentos dos relatórios";
 
 // The library's words in the language of the program.
 class Formatter : public CLI::Formatter {
@@ -33,6 +37,10 @@ class Formatter : public CLI::Formatter {
       if (option->get_positional()) text += " " + option->get_name(true, false);
     }
     return text + " [OPÇÕES]\n";
+  }
+
+  std::string make_group(std::string group, bool positional, std::vector<const CLI::Option*> options) const override {
+    return group == kOfReports ? std::string() : CLI::Formatter::make_group(std::move(group), positional, options);
   }
 
   std::string make_footer(const CLI::App* app) const override { return app->get_footer(); }
@@ -93,12 +101,11 @@ void AddPrintOptions(CLI::App& print, Arguments& arguments) {
 // What any of the reports takes; whether the one that is printed takes it is seen when its name is known, which may
 // stand behind. The help tells them report by report.
 void AddReportArguments(CLI::App& print, std::span<const host::ListedReport> reports, Arguments& arguments) {
-  constexpr const char* kInNoHelp = "";
   for (const host::ListedReport& report : reports) {
     for (const host::ReportArgument& argument : ArgumentsOf(report)) {
       const std::string name = argument.name;
       if (arguments.given.contains(name)) continue;
-      print.add_option("--" + name, arguments.given[name])->group(kInNoHelp);
+      print.add_option("--" + name, arguments.given[name])->group(kOfReports);
     }
   }
   print.footer(HelpOnReports(reports));
@@ -146,7 +153,8 @@ std::string Explain(const CLI::ParseError& error) {
     return "falta o argumento " + text.substr(0, text.find(" is required"));
   }
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
-    return "falta o valor de " + text.substr(0, text.find(':'));
+    const std::string name = text.substr(0, text.find(':'));
+    return text.find("At Most") == std::string::npos ? "falta o valor de " + name : name + " está repetido";
   }
   if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
     return "valor inválido: " + after("Could not convert: ");

@@ -198,6 +198,11 @@ TEST_F(PrintCommand, OptionsThatDoNotGoTogether) {
   ExpectOneLine(Print({"WTecLoteCad", "--pdf", pdf}), 2, "falta o argumento --order");
   ExpectOneLine(Print({"WEtqTecRolo", "--order", "000001", "--roll", "-1", "--pdf", pdf}), 2,
                 "valor inválido: --roll \"-1\"");
+  ExpectOneLine(Start({"print", "WTecLoteCad", "--pdf", pdf, "--database", Database(), "--order"}), 2,
+                "falta o valor de --order");
+  ExpectOneLine(Print({"WTecLoteCad", "--order", "000001", "--order", "000002", "--pdf", pdf}), 2,
+                "--order está repetido");
+  ExpectOneLine(Print({"WTecLoteCad", "--order", "000001", "--pdf", pdf, "--pdf", pdf}), 2, "--pdf está repetido");
   ExpectOneLine(Print({"WTecLoteCad", "--lote", "000001", "--pdf", pdf}), 2, " --lote (veja");
 }
 
