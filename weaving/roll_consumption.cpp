@@ -90,48 +90,59 @@ void RollConsumption::PutBack(std::size_t need, const YarnNeed& need_before, std
 FromReserved RollConsumption::TakeReserved() {
   FromReserved taken;
   for (std::size_t need = 0; need < needs_.size(); ++need) {
-    if (const auto reserved = TakeReservedOf(need)) taken.reserved = reserved;
+    const FromReserved of_need = TakeReservedOf(need);
+    if (of_need.reserved) taken.reserved = of_need.reserved;
+    taken.lot = of_need.lot;
   }
   taken.covered = Covered();
   return taken;
 }
 
-// The reservation of the lot taken from last; nothing when none was.
-std::optional<double> RollConsumption::TakeReservedOf(std::size_t need) {
-  std::optional<double> last;
+FromReserved RollConsumption::TakeReservedOf(std::size_t need) {
+  FromReserved taken;
   for (const std::size_t lot : LotsOf(need)) {
+    taken.lot = lot;
     if (!(needs_[need].wanted > 0)) break;
     const double reserved = ReservedOfLot(statements_, order_, lots_[lot].lot);
     if (!(reserved > 0) || lots_[lot].held < reserved) continue;
     Take(need, lot, std::min(Rounded(needs_[need].wanted), Rounded(reserved)));
-    last = reserved;
+    taken.reserved = reserved;
   }
-  return last;
+  return taken;
 }
 
 FromRemembered RollConsumption::TakeRemembered(const std::vector<StockLot>& remembered) {
   FromRemembered served;
   for (const StockLot& lot : remembered) {
     const bool known = std::any_of(needs_.begin(), needs_.end(), [&](const YarnNeed& need) { return IsOf(lot, need); });
-    if (!known) return {.stopped = Stopped::kUnusable, .need = served.need};
+    if (!known) {
+      served.stopped = Stopped::kUnusable;
+      return served;
+    }
+    const auto listed = Listed(lot);
     for (std::size_t need = 0; need < needs_.size(); ++need) {
       if (!IsOf(lot, needs_[need]) || !(needs_[need].wanted > 0)) continue;
       served.need = need;
-      served.stopped = TakeLot(need, lot);
+      if (listed) served.lot = listed;
+      served.stopped = listed ? TakeLot(need, *listed) : Stopped::kUnusable;
       if (served.stopped != Stopped::kExhausted) return served;
     }
   }
   return served;
 }
 
-// kExhausted: go on with what is next.
-Stopped RollConsumption::TakeLot(std::size_t need, const StockLot& lot) {
+std::optional<std::size_t> RollConsumption::Listed(const StockLot& lot) const {
   const auto found = std::find_if(lots_.begin(), lots_.end(), [&](const YarnLot& at) { return at.lot == lot; });
-  if (found == lots_.end() || Rounded(found->held) < Rounded(needs_[need].wanted)) return Stopped::kUnusable;
-  const auto at = static_cast<std::size_t>(found - lots_.begin());
-  const auto free = Free(need, at);
+  if (found == lots_.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - lots_.begin());
+}
+
+// kExhausted: go on with what is next.
+Stopped RollConsumption::TakeLot(std::size_t need, std::size_t lot) {
+  if (Rounded(lots_[lot].held) < Rounded(needs_[need].wanted)) return Stopped::kUnusable;
+  const auto free = Free(need, lot);
   if (!free) return Stopped::kOfOthers;
-  Take(need, at, *free);
+  Take(need, lot, *free);
   return Covered() ? Stopped::kCovered : Stopped::kExhausted;
 }
 

@@ -32,13 +32,15 @@ enum class Stopped {
 /// How far lots of earlier rolls served.
 struct FromRemembered {
   Stopped stopped = Stopped::kExhausted;
-  std::optional<std::size_t> need;  // the last one looked at
+  std::optional<std::size_t> need = {};  // the last one looked at
+  std::optional<std::size_t> lot = {};   // the last remembered one that is listed
 };
 
 /// What was taken from the order's own reservations.
 struct FromReserved {
   bool covered = false;            // nothing is wanted any more
   std::optional<double> reserved;  // of the lot taken from last; nothing when none was
+  std::optional<std::size_t> lot;  // looking ended there; nothing when the last need has none
 };
 
 /// Needs and lots in memory; nothing is written to the database here. Quantities are compared and kept to three
@@ -77,8 +79,9 @@ class RollConsumption {
   FromRemembered TakeRemembered(const std::vector<StockLot>& remembered);
 
  private:
-  std::optional<double> TakeReservedOf(std::size_t need);
-  Stopped TakeLot(std::size_t need, const StockLot& lot);
+  FromReserved TakeReservedOf(std::size_t need);
+  std::optional<std::size_t> Listed(const StockLot& lot) const;
+  Stopped TakeLot(std::size_t need, std::size_t lot);
 
   host::Host& host_;
   Statements statements_;

@@ -257,7 +257,7 @@ bool TFmMovBaiFio::BaixaFiosReservados() {
     CbTodos.SetChecked(false);
     CbTodos.SetEnabled(false);
   }
-  ShowTaken();
+  ShowTaken(taken.lot);
   TbBaixa.First();  // where the operator goes on
   FiltraFio();
   if (!taken.covered) return false;
@@ -268,7 +268,7 @@ bool TFmMovBaiFio::BaixaFiosReservados() {
 bool TFmMovBaiFio::BaixaFiosLembrados() {
   const std::size_t stood_on = CurrentNeed();
   const weaving::FromRemembered served = consumption_.TakeRemembered(RememberedLots());
-  ShowTaken();
+  ShowTaken(served.lot);
   StandFrom(served.need.value_or(stood_on));
   FiltraFio();
   if (served.stopped == weaving::Stopped::kOfOthers) Inform(kReservedByOthers);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -63,7 +64,8 @@ class TFmMovBaiFio : public host::Screen, public YarnWriteOff {
  private:
   // --- the two lists
   void ShowNeeds();
-  void ShowTaken();
+  /// Shows what was taken and stands on a lot, or still on the one stood on before.
+  void ShowTaken(std::optional<std::size_t> stand_on);
   void ShowNeed(std::size_t need);
   void ShowLot(std::size_t lot);
   /// What the operator typed is what is wanted.

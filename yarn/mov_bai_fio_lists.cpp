@@ -93,14 +93,16 @@ std::size_t TFmMovBaiFio::CurrentLot() const {
 }
 
 // All at once, as the lots were chosen without the operator.
-void TFmMovBaiFio::ShowTaken() {
+void TFmMovBaiFio::ShowTaken(std::optional<std::size_t> stand_on) {
   const host::Restored<bool> loading(loading_, true);
+  const std::size_t row = stand_on ? lot_rows_[*stand_on] : TbEst.CurrentId();
   TbBaixa.SetFiltered(false);
   TbEst.SetFiltered(false);
   for (std::size_t need = 0; need < need_rows_.size(); ++need) ShowNeed(need);
   for (std::size_t lot = 0; lot < lot_rows_.size(); ++lot) {
     if (consumption_.Lots()[lot].taken > 0) ShowLot(lot);
   }
+  TbEst.GoToId(row);
   TbBaixa.SetFiltered(true);
 }
 

@@ -45,6 +45,7 @@ TEST_F(Operator, IsAskedAgainWhenARememberedLotHoldsTooLittle) {
     EXPECT_EQ(Wanted(yarn).RecordCount(), 1u);
     EXPECT_EQ(Wanted(yarn)["Codigo"].AsText(), "Y2");
     EXPECT_EQ(Wanted(yarn)["Qtde"].AsFloat(), 44);
+    EXPECT_EQ(Lots(yarn)["Lote"].AsText(), "L3");  // the person sees what was tried
     Take(yarn, "L1", "D1");
   });
   ASSERT_EQ(Roll("110"), ActResult::kDone);
