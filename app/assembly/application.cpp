@@ -150,7 +150,10 @@ class ReferenceApplication : public Application, public host::DeskEnvironment, p
   std::optional<host::LookupRow> ShowLookup(host::TPesquisa& lookup) override;
   void RunModal(host::Screen& screen) override;
   void ScreenShown(host::Screen& screen) override { person_.ScreenShown(screen); }
-  void ScreenGone(host::Screen& screen) override { person_.ScreenGone(screen); }
+  void ScreenGone(host::Screen& screen) override {
+    person_.ScreenGone(screen);
+    tables_.ScreenGone(screen);
+  }
   bool MayClose(host::Screen& screen) override { return person_.MayClose(screen); }
   void Settled() override { person_.Settled(); }
   std::optional<std::string> CheckStorable(std::string_view text) override { return firebird::WhyNotStorable(text); }

@@ -48,4 +48,8 @@ host::SharedDataset& Tables::Dataset(std::string_view name, const host::Screen& 
   return *found->second.dataset;
 }
 
+void Tables::ScreenGone(const host::Screen& opener) {
+  std::erase_if(open_, [&opener](const auto& open) { return open.first.first == &opener; });
+}
+
 }  // namespace app::services

@@ -21,6 +21,9 @@ class Tables : public host::Tabela {
   /// Closing what is not open does nothing.
   void FechaTabela(std::string_view name, const host::Screen& opener) override;
   host::SharedDataset& Dataset(std::string_view name, const host::Screen& opener) override;
+  /// Closes what this screen left open: the next screen may come to lie where it lay, and is not to find its row,
+  /// filter and edit.
+  void ScreenGone(const host::Screen& opener);
 
   /// Datasets that are open, of all screens together: none when every screen closed what it opened.
   std::size_t OpenCount() const { return open_.size(); }

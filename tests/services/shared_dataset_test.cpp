@@ -1,6 +1,7 @@
 // Shared datasets: looked up by key, and the one that is edited.
 #include <gtest/gtest.h>
 
+#include "app/services/tables.h"
 #include "host/errors.h"
 #include "host/kit/screen.h"
 #include "host/tabela.h"
@@ -104,6 +105,23 @@ TEST_F(SharedDatasets, EachOpenerHasRowAndFilterToItself) {
   Tables().FechaTabela("TbCadCorTi", other);
   EXPECT_THROW(Tables().Dataset("TbCadCorTi", other), host::InputError);
   EXPECT_EQ(&Tables().Dataset("TbCadCorTi", screen_), &mine);
+}
+
+// The next screen may come to lie where this one lay.
+TEST_F(SharedDatasets, WhatAScreenLeftOpenGoesWithIt) {
+  const auto& tables = dynamic_cast<const app::services::Tables&>(Tables());
+  for (const bool freed : {false, true}) {
+    host::Screen& screen = mill_.Open("TFmCadComposi");
+    Open("tbCor", screen).SetFilter("COR = '01'");
+    Open("tbCor", screen);
+    Open("tbCor");
+    if (freed) {
+      mill_.App().GetDesk().Free(screen);
+    } else {
+      ASSERT_EQ(mill_.Desk().CloseScreen(screen), host::ActResult::kDone);
+    }
+    EXPECT_EQ(tables.OpenCount(), 1u);  // the other screen's
+  }
 }
 
 TEST_F(SharedDatasets, TellItsStateAndWhetherItStandsOnARow) {
