@@ -225,7 +225,9 @@ class DatabaseOffer : public LookupOffer {
     if (column.kind == StoredKind::kText) {
       if (!CanStandInARow(text)) return std::nullopt;
       if (text.empty()) return Term{"(" + expression + " IS NULL OR " + expression + " = '')", {}};
-      return Term{expression + " = " + std::string(kText), {text}};
+      // The column itself finds the row by its index, but a description's collation takes letters for equal.
+      const std::string equals = " = " + std::string(kText);
+      return Term{Both(expression + equals, AsText(expression) + equals), {text, text}};
     }
     if (host::Trim(text).empty()) return Term{expression + " IS NULL", {}};
     if (column.kind == StoredKind::kNumber) {

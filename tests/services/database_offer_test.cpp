@@ -390,6 +390,21 @@ TEST_F(Prices, AreFoundByAnyOfTheirColumns) {
   EXPECT_THROW(offer_->FindRow({{"PRECO", "5"}}), host::InputError);
 }
 
+// Descriptions are searched whatever the letters, and found as they are stored.
+TEST_F(Prices, ATextIsFoundAsItIsStored) {
+  mill_.Exec("UPDATE {MATERIAL} SET DESCRICAO = 'Malha lisa' WHERE CODIGO = 'F1'");
+  mill_.Exec("UPDATE {MATERIAL} SET DESCRICAO = 'MALHA LISA' WHERE CODIGO = 'F2'");
+  Over("MATERIAL", "CODIGO");
+  const auto found = [this](const char* description) {
+    const auto row = offer_->FindRow({{"DESCRICAO", description}});
+    return row ? row->at("CODIGO").AsText() : "none";
+  };
+  EXPECT_EQ(found("Malha lisa"), "F1");
+  EXPECT_EQ(found("MALHA LISA"), "F2");
+  EXPECT_EQ(found("malha lisa"), "none");
+  EXPECT_EQ(found("Malha lísa"), "none");
+}
+
 TEST_F(Prices, KeepToTheLookupsFilterHoweverTheyAreFound) {
   mill_.Exec("DELETE FROM {CADCORTI}");
   Price("C", "M00001", "0", "5.1");
