@@ -260,6 +260,7 @@ bool TFmMovBaiFio::BaixaFiosReservados() {
   ShowTaken(taken.lot);
   TbBaixa.First();  // where the operator goes on
   FiltraFio();
+  if (!taken.lot) TbEst.First();
   if (!taken.covered) return false;
   Conclude();
   return true;

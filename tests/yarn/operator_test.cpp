@@ -205,6 +205,18 @@ TEST_F(Operator, GoesOnAtTheLotWhereLookingForReservationsEnded) {
   ExpectBooksBalance();
 }
 
+TEST_F(Operator, BeginsAtTheFirstLotWhereTheLastYarnHasNone) {
+  mill_.Exec("UPDATE {COMP_MATERIAL} SET COR_I = 'XX' WHERE MATERIAL = 'F1' AND CODIGO = 'Y2'");
+  FreeOrder();
+  Load();
+  EXPECT_EQ(RollOfTen([this](host::Screen& yarn) {
+              EXPECT_EQ(Wanted(yarn)["Codigo"].AsText(), "Y1");
+              EXPECT_EQ(Lots(yarn).RecordCount(), 3u);
+              EXPECT_EQ(Lots(yarn).RecNo(), 1u);
+            }),
+            ActResult::kRefused);
+}
+
 TEST_F(Operator, CancelGivesUpAndForgetsTheLots) {
   FreeOrder();
   Load();
