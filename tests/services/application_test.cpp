@@ -106,7 +106,7 @@ class Files : public Program {
 };
 
 TEST_F(Files, AreHandedBackByteForByte) {
-  const std::string content("CODIGO;CUSTO\r\nM1;5,1\0\xff\n", 27);
+  const std::string content = std::string("CODIGO;CUSTO\r\nM1;5,1") + '\0' + "\xff\n";
   mill_.Person().Choose("Importar", Write("preços de março.csv", content));
   EXPECT_EQ(Ask(content.size()), host::ActResult::kDone);
   ASSERT_TRUE(chosen_.has_value());

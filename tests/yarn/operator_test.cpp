@@ -186,37 +186,6 @@ TEST_F(Operator, PartlyReservedLeavesNoChoiceForAllRolls) {
   ExpectBooksBalance();
 }
 
-TEST_F(Operator, GoesOnAtTheLotWhereLookingForReservationsEnded) {
-  mill_.SetParameter("MAL", 70, "N");
-  mill_.Exec("UPDATE {COMP_MATERIAL} SET PERC = 100 WHERE MATERIAL = 'F1' AND CODIGO = 'Y1'");
-  mill_.Exec("DELETE FROM {COMP_MATERIAL} WHERE MATERIAL = 'F1' AND CODIGO = 'Y2'");
-  Order(kOrder, {{}});
-  Reserve("Y1", "D1", "L1", 4);
-  Load();
-  ASSERT_EQ(RollOfTen([this](host::Screen& yarn) {
-              EXPECT_EQ(Wanted(yarn)["Qtde"].AsFloat(), 6);
-              EXPECT_EQ(Lots(yarn)["Lote"].AsText(), "L2");
-              ASSERT_EQ(mill_.Desk().PressKey(yarn, host::Key::kF6), ActResult::kDone);
-              ASSERT_EQ(mill_.Desk().PressKey(yarn, host::Key::kF8), ActResult::kDone);
-            }),
-            ActResult::kDone);
-  EXPECT_EQ(Stock("Y1", "D1", "L1"), 96);
-  EXPECT_EQ(Stock("Y1", "D1", "L2"), 44);
-  ExpectBooksBalance();
-}
-
-TEST_F(Operator, BeginsAtTheFirstLotWhereTheLastYarnHasNone) {
-  mill_.Exec("UPDATE {COMP_MATERIAL} SET COR_I = 'XX' WHERE MATERIAL = 'F1' AND CODIGO = 'Y2'");
-  FreeOrder();
-  Load();
-  EXPECT_EQ(RollOfTen([this](host::Screen& yarn) {
-              EXPECT_EQ(Wanted(yarn)["Codigo"].AsText(), "Y1");
-              EXPECT_EQ(Lots(yarn).RecordCount(), 3u);
-              EXPECT_EQ(Lots(yarn).RecNo(), 1u);
-            }),
-            ActResult::kRefused);
-}
-
 TEST_F(Operator, CancelGivesUpAndForgetsTheLots) {
   FreeOrder();
   Load();

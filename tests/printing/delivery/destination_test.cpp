@@ -210,11 +210,12 @@ TEST_F(DestinationTest, ADeviceThatStopsIsToldInTime) {
 TEST_F(DestinationTest, AReaderThatGoesAwayDoesNotEndTheProgram) {
   Fifo fifo(In("lp0"));
   fifo.OpenReader();
+  const auto bytes = Bytes(400'000);  // made before: the reader must not be gone by then
   std::thread leaving([&fifo] {
     std::this_thread::sleep_for(milliseconds(100));
     fifo.Join();
   });
-  const std::string why = WhyRefused([&] { SendBytes({Kind::kDevice, In("lp0")}, Bytes(400'000), "R", kShort); });
+  const std::string why = WhyRefused([&] { SendBytes({Kind::kDevice, In("lp0")}, bytes, "R", kShort); });
   leaving.join();
   EXPECT_NE(why.find("deixou de receber"), std::string::npos) << why;
 }
