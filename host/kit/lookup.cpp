@@ -17,7 +17,7 @@ std::vector<std::string> Columns(std::string_view joined) {
 
 }  // namespace
 
-TPesquisa::TPesquisa(Screen& owner, std::string name, std::string table, std::string key)
+TPesquisa::TPesquisa(Screen& owner, std::string name, std::string table, std::string_view key)
     : Component(owner, std::move(name)), table_(std::move(table)), keys_(Columns(key)) {}
 
 void TPesquisa::Open() {

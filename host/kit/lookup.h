@@ -19,7 +19,7 @@ class TPesquisa : public Component {
   /// `table` is a logical name and `key` its key column; both may stay while `SetStatement` gives a whole statement.
   /// Where only several columns together name a row they are joined by ";" ("CODIGO;CODCLI;COR"): rows are offered in
   /// their order.
-  TPesquisa(Screen& owner, std::string name, std::string table, std::string key);
+  TPesquisa(Screen& owner, std::string name, std::string table, std::string_view key);
 
   const std::string& Table() const { return table_; }
   /// The first of the key columns: what stands in the input that the lookup serves, and what rows are searched by.
