@@ -16,17 +16,18 @@ read_by_tidy() {
 # changed FILES...: those of the files on its input that differ from the commit in .ci/tidied, or include a header that
 # does. All of them where that commit is not at hand or one of FILES changed.
 changed() {
-  local base headers
+  local files base headers
+  files=$(cat)
   base=$(cat .ci/tidied)
   if ! git cat-file -e "$base^{commit}" 2>/dev/null || ! git diff --quiet "$base" -- "$@"; then
-    cat
+    printf '%s\n' "$files"
     return
   fi
   headers=$(git diff --name-only "$base" -- '*.h')
   {
     git diff --name-only "$base" -- '*.cpp'
     for header in $headers; do git grep -lF "#include \"$header\"" -- '*.cpp' || true; done
-  } | sort -u | comm -12 - <(sort)
+  } | sort -u | comm -12 - <(printf '%s\n' "$files" | sort)
 }
 
 # The objects that the build in folder $1 makes of the sources on its input.
