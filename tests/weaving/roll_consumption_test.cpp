@@ -118,6 +118,8 @@ TEST_F(Consumption, ALotThatHoldsLessThanItsReservationIsLeftAlone) {
 
 TEST_F(Consumption, AnOrderWovenInFullThatHoldsReservationsIsRefused) {
   ReservedOrder();
+  List(10, true);
+  ASSERT_FALSE(consumption_.Lots().empty());
   mill_.Exec("UPDATE {TECEL_ITEN} SET QTDE_B = QTDE");
   EXPECT_THROW(List(10, true), weaving::NothingOpen);
   EXPECT_TRUE(consumption_.Needs().empty());
